@@ -1,0 +1,132 @@
+#pragma once
+
+#include "history/boardsnapshot.h"
+
+#include <QGraphicsScene>
+#include <QLocale>
+#include <QMainWindow>
+#include <QPainterPath>
+#include <QPointer>
+
+#include <memory>
+
+class ArrowLineItem;
+class FreeDrawItem;
+class MainWindow;
+
+namespace Ui {
+class BoardWindow;
+}
+
+/// The tool that the pointer works with on the board.
+enum ToolMode : int { Cursor = 0, Note = 1, Pen = 2, Line = 3, Image = 4, Eraser = 5 };
+
+/// The board editor: a window of fixed size (1200 × 700 pixels) that shows one board, a scene of
+/// 1920 × 1080 units, with floating panels around it.
+///
+/// One object serves every board in turn; closing a board hides the window and empties it. The
+/// window owns its scene and the scene owns the items on it.
+///
+/// boardwindow.cpp builds and wires the window; each other concern has a file of its own:
+/// canvasinput.cpp, boardfiles.cpp, undoredo.cpp, presentation.cpp, closing.cpp.
+class BoardWindow : public QMainWindow
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(BoardWindow)
+
+public:
+    /// \a homeWindow is shown again when the board is closed; it is not owned and must outlive
+    /// the board window.
+    explicit BoardWindow(MainWindow *homeWindow, QWidget *parent = nullptr);
+    ~BoardWindow() override;
+
+    /// Replaces the board by the one in the file \a path. A file that cannot be read or is no
+    /// board is answered with a warning and leaves the board as it was.
+    void loadBoard(const QString &path);
+
+    /// Stores whether the board has changes that are not in its file, and shows it.
+    void setUnsaved(bool value);
+
+    /// Shows the file name of the board and, after it, the marker of unsaved changes. A board
+    /// without a file keeps the label that it has.
+    void updateTitleLabel();
+
+    /// Records the state of the scene in the undo history, unless it equals the last one kept.
+    void captureSnapshot();
+
+    /// Sees the mouse events of the canvas that no item took.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+public slots:
+    // In the order of their meta-object indices, which callers by index rely on.
+    void closeBoard();
+    void setCursorMode();
+    void setPostItMode();
+    void setPenMode();
+    void setLineMode();
+    void setImageMode();
+    void setEraseMode();
+    void undoMode();
+    void redoMode();
+    void saveBoardAs();
+    void saveBoard();
+    void keyPressEvent(QKeyEvent *event) override;
+    void manejarPresentacion(int index);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    // boardwindow.cpp
+    void buildScene();
+    void buildWindow();
+    void startClock();
+    void showTime();
+    void connectSignals();
+
+    // canvasinput.cpp
+    void enterMode(ToolMode mode);
+    bool canvasPressed(const QPointF &scenePoint);
+    bool canvasMoved(const QPointF &scenePoint, Qt::MouseButtons buttons);
+    bool canvasReleased(const QPointF &scenePoint);
+    void finishGesture();
+    template <typename Region>
+    void erase(const Region &region);
+    void insertImage(const QPixmap &pixmap);
+
+    // undoredo.cpp
+    void rebuildScene(const BoardSnapshot &snapshot);
+
+    // boardfiles.cpp
+    void writeBoardFile(const QString &path, bool adoptPath);
+    void showFileName(const QString &path);
+    void warn(const QString &text);
+
+    // presentation.cpp
+    void startPresentation();
+    void stopPresentation();
+    void layOutPresentation();
+    void showReminder();
+    void openSizeHints();
+
+    // closing.cpp
+    void resetBoard();
+
+    bool unsaved = false;
+    std::unique_ptr<Ui::BoardWindow> ui;
+    QLocale locale{QLocale::Spanish, QLocale::Mexico};
+    MainWindow *homeWindow;
+    int toolMode = Cursor;
+    QGraphicsScene *scene = nullptr;
+    QString currentFilePath;
+    // Guarded: undo may delete the item of a gesture that was broken off.
+    QPointer<FreeDrawItem> currentStroke;
+    QPainterPath strokePath;
+    QPointer<ArrowLineItem> currentLine;
+    QPointF lineStart;
+    bool presenting = false;
+    QPointF eraseStart;
+    QList<BoardSnapshot> undoStack;
+    QList<BoardSnapshot> redoStack;
+    int historyLimit = 10;
+};

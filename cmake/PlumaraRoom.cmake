@@ -1,0 +1,36 @@
+# The compiler settings of all our own code, and the function that declares a room.
+
+add_library(plumara_settings INTERFACE)
+target_include_directories(plumara_settings INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_definitions(plumara_settings INTERFACE
+    QT_NO_CAST_FROM_ASCII
+    QT_NO_CAST_TO_ASCII
+    QT_NO_URL_CAST_FROM_STRING
+    QT_NO_FOREACH
+    QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+if(MSVC)
+    target_compile_options(plumara_settings INTERFACE /W4 /utf-8 /permissive-)
+    if(PLUMARA_WERROR)
+        target_compile_options(plumara_settings INTERFACE /WX)
+    endif()
+else()
+    target_compile_options(plumara_settings INTERFACE
+        -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+    if(PLUMARA_WERROR)
+        target_compile_options(plumara_settings INTERFACE -Werror)
+    endif()
+endif()
+if(PLUMARA_SANITIZE)
+    set(_sanitize -fsanitize=address,undefined -fno-sanitize-recover=undefined
+        -fno-omit-frame-pointer)
+    target_compile_options(plumara_settings INTERFACE ${_sanitize})
+    target_link_options(plumara_settings INTERFACE ${_sanitize})
+endif()
+
+# plumara_room(<name> SOURCES <files> LINK <libraries>)
+# Declares the static library plumara_<name> made of <files>.
+function(plumara_room name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK")
+    add_library(plumara_${name} STATIC ${arg_SOURCES})
+    target_link_libraries(plumara_${name} PUBLIC plumara_settings ${arg_LINK})
+endfunction()
