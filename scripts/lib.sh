@@ -1,0 +1,77 @@
+# shellcheck shell=bash
+# Sourced by its neighbours: what building, running and testing need, and how it gets here.
+
+# The one list of Debian packages, by purpose.
+declare -A packages=(
+    [build]="cmake ninja-build g++ qt6-base-dev qt6-l10n-tools"
+    [display]="xvfb xauth openbox xdotool x11-utils imagemagick fonts-noto-color-emoji"
+    # The version is fixed because every release of clang-format lays some code out differently;
+    # 19 is in Debian 12 and 13 alike.
+    [lint]="clang-format-19 clang-tidy-19"
+    [test]="openssl"
+)
+# The same where there is no apt: the commands that have to be here.
+declare -A commands=(
+    [build]="cmake ninja c++"
+    [display]="Xvfb xauth openbox xdotool xprop import"
+    [lint]="clang-format clang-tidy"
+    [test]="openssl"
+)
+
+die() {
+    printf '%s: %s\n' "$(basename "$0")" "$*" >&2
+    exit 1
+}
+
+# need <purpose>...: everything for build, display, lint or test is here, or the script ends.
+need() {
+    if command -v apt-get >/dev/null; then
+        need_packages "$@"
+    else
+        need_commands "$@"
+    fi
+}
+
+need_packages() {
+    local purpose package missing=()
+    for purpose in "$@"; do
+        for package in ${packages[$purpose]}; do
+            [[ $(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null) == installed ]] \
+                || missing+=("$package")
+        done
+    done
+    ((${#missing[@]})) || return 0
+
+    local as_root=()
+    if ((EUID != 0)); then
+        as_root=(sudo)
+        [[ -t 0 ]] || as_root+=(-n)
+        "${as_root[@]}" true 2>/dev/null \
+            || die "these packages are missing: ${missing[*]}. Install them as root with:" \
+                "apt-get install --no-install-recommends ${missing[*]}"
+    fi
+    echo "Installing ${missing[*]}"
+    "${as_root[@]}" apt-get update
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y --no-install-recommends "${missing[@]}" </dev/null
+}
+
+need_commands() {
+    local purpose name missing=()
+    for purpose in "$@"; do
+        for name in ${commands[$purpose]}; do
+            command -v "$name" >/dev/null || missing+=("$name")
+        done
+    done
+    c++ -std=c++20 -fsyntax-only -x c++ /dev/null 2>/dev/null || missing+=("a C++20 compiler")
+    [[ $(qt_version) =~ ^6\.([4-9]|[1-9][0-9]) ]] || missing+=("Qt 6.4 or later")
+    ((${#missing[@]})) || return 0
+    die "these are missing: $(printf '%s, ' "${missing[@]}" | sed 's/, $//')."
+}
+
+qt_version() {
+    local tool
+    for tool in qtpaths6 qmake6 qtpaths qmake; do
+        "$tool" -query QT_VERSION 2>/dev/null && return
+    done
+}
