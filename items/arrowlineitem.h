@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QGraphicsLineItem>
+#include <QObject>
+#include <QPen>
+
+/// A straight line with a filled arrow head at its end point, in scene units.
+///
+/// The person selects and drags it, and changes colour and thickness from its context menu. It is
+/// made without a QObject parent and belongs to the scene that it is added to.
+///
+/// The bounding rectangle and the shape are the bare line's: the head may reach outside of them,
+/// which is wanted.
+class ArrowLineItem : public QObject, public QGraphicsLineItem
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(ArrowLineItem)
+
+public:
+    /// Makes a black arrow, 2 units wide, at z value 2.
+    ArrowLineItem(const QPointF &start, const QPointF &end, QGraphicsItem *parent = nullptr);
+
+    void setColor(const QColor &color);
+    /// \a width is in whole scene units.
+    void setWidth(int width);
+
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
+               QWidget *widget = nullptr) override;
+
+signals:
+    /// Never emitted in practice: arrows do not ask for geometry notifications.
+    void itemModified();
+
+protected:
+    void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;
+    void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseMoveEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
+    QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
+
+private:
+    // What setColor and setWidth start from. An opened file sets the base item's pen only, so the
+    // first change from the menu starts from the default here; this is wanted.
+    QPen pen;
+    bool dragging = false;
+    QPointF lastScenePos;
+};

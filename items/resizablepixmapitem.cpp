@@ -1,0 +1,161 @@
+#include "items/resizablepixmapitem.h"
+
+#include "items/geometrychange.h"
+
+#include <QCursor>
+#include <QGraphicsSceneMouseEvent>
+#include <QPainter>
+#include <QStyleOptionGraphicsItem>
+
+#include <array>
+
+namespace {
+
+constexpr qreal handleSide = 32.0; // item units
+constexpr qreal handleReach = handleSide / 2;
+constexpr int smallestSide = 20; // pixels
+
+struct Handle
+{
+    // Where the handle sits, as shares of the image's width and height.
+    qreal x;
+    qreal y;
+    // How the size follows the pointer: -1 against it, 0 not at all, 1 with it.
+    int widthFactor;
+    int heightFactor;
+    Qt::CursorShape cursor;
+};
+
+// Clockwise from the top-left corner; the first is handle 1.
+constexpr std::array<Handle, 8> handles = {{
+    {0.0, 0.0, -1, -1, Qt::SizeFDiagCursor},
+    {0.5, 0.0, 0, -1, Qt::SizeVerCursor},
+    {1.0, 0.0, 1, -1, Qt::SizeBDiagCursor},
+    {1.0, 0.5, 1, 0, Qt::SizeHorCursor},
+    {1.0, 1.0, 1, 1, Qt::SizeFDiagCursor},
+    {0.5, 1.0, 0, 1, Qt::SizeVerCursor},
+    {0.0, 1.0, -1, 1, Qt::SizeBDiagCursor},
+    {0.0, 0.5, -1, 0, Qt::SizeHorCursor},
+}};
+
+constexpr int handleCount = static_cast<int>(handles.size());
+
+const Handle *findHandle(int number)
+{
+    if (number < 1 || number > handleCount)
+        return nullptr;
+    return &handles.at(static_cast<std::size_t>(number - 1));
+}
+
+int boxSide(qreal side)
+{
+    return side < smallestSide ? smallestSide : qRound(side);
+}
+
+} // namespace
+
+ResizablePixmapItem::ResizablePixmapItem(const QPixmap &pixmap)
+    : QGraphicsPixmapItem(pixmap)
+    , sourcePixmap(pixmap)
+{
+    setFlags(ItemIsMovable | ItemIsSelectable | ItemIsFocusable | ItemSendsGeometryChanges);
+    setAcceptHoverEvents(true);
+}
+
+QRectF ResizablePixmapItem::handleRect(int number) const
+{
+    QPointF center;
+    if (const auto *handle = findHandle(number)) {
+        const QRectF image = QGraphicsPixmapItem::boundingRect();
+        center = {image.x() + handle->x * image.width(), image.y() + handle->y * image.height()};
+    }
+    return {center.x() - handleReach, center.y() - handleReach, handleSide, handleSide};
+}
+
+int ResizablePixmapItem::handleAt(const QPointF &itemPos) const
+{
+    for (int number = 1; number <= handleCount; ++number) {
+        if (handleRect(number).contains(itemPos))
+            return number;
+    }
+    return 0;
+}
+
+void ResizablePixmapItem::resizeTo(const QPointF &scenePos)
+{
+    const QPointF moved = mapFromScene(scenePos) - mapFromScene(pressScenePos);
+    QSizeF size = startRect.size();
+    if (const auto *handle = findHandle(activeHandle)) {
+        size += QSizeF(handle->widthFactor * moved.x(), handle->heightFactor * moved.y());
+    }
+    setPixmap(sourcePixmap.scaled(boxSide(size.width()), boxSide(size.height()),
+                                  Qt::KeepAspectRatio, Qt::SmoothTransformation));
+    update();
+}
+
+void ResizablePixmapItem::cursorForPosition(const QPointF &itemPos)
+{
+    const auto *handle = findHandle(handleAt(itemPos));
+    setCursor(handle ? handle->cursor : Qt::ArrowCursor);
+}
+
+QRectF ResizablePixmapItem::boundingRect() const
+{
+    return QGraphicsPixmapItem::boundingRect().adjusted(-handleReach, -handleReach, handleReach,
+                                                        handleReach);
+}
+
+void ResizablePixmapItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
+                                QWidget *widget)
+{
+    QGraphicsPixmapItem::paint(painter, option, widget);
+    if (!isSelected())
+        return;
+    painter->setPen(Qt::blue);
+    painter->setBrush(Qt::white);
+    for (int number = 1; number <= handleCount; ++number)
+        painter->drawRect(handleRect(number));
+}
+
+void ResizablePixmapItem::mousePressEvent(QGraphicsSceneMouseEvent *event)
+{
+    if (isSelected()) {
+        activeHandle = handleAt(event->pos());
+        if (activeHandle != 0) {
+            pressScenePos = event->scenePos();
+            // The toolkit's rectangle of a selectable picture is half a pixel larger on every
+            // side than the picture; sizes are reckoned from it. This is wanted.
+            startRect = QGraphicsPixmapItem::boundingRect();
+            event->accept();
+            return;
+        }
+    }
+    QGraphicsPixmapItem::mousePressEvent(event);
+}
+
+void ResizablePixmapItem::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
+{
+    if (activeHandle != 0) {
+        resizeTo(event->scenePos());
+        event->accept();
+        return;
+    }
+    QGraphicsPixmapItem::mouseMoveEvent(event);
+}
+
+void ResizablePixmapItem::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
+{
+    if (activeHandle != 0) {
+        activeHandle = 0;
+        event->accept();
+        return;
+    }
+    QGraphicsPixmapItem::mouseReleaseEvent(event);
+}
+
+QVariant ResizablePixmapItem::itemChange(GraphicsItemChange change, const QVariant &value)
+{
+    if (isGeometryChange(change))
+        emit itemModified();
+    return QGraphicsPixmapItem::itemChange(change, value);
+}

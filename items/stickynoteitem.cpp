@@ -1,0 +1,193 @@
+#include "items/stickynoteitem.h"
+
+#include "items/geometrychange.h"
+
+#include <QDebug>
+#include <QGraphicsSceneContextMenuEvent>
+#include <QGraphicsSceneMouseEvent>
+#include <QLinearGradient>
+#include <QMap>
+#include <QMenu>
+#include <QPainter>
+#include <QTextCursor>
+#include <QTextDocument>
+
+#include <array>
+
+namespace {
+
+constexpr qreal noteZ = 1.0;
+constexpr qreal noteSide = 300.0; // scene units
+constexpr qreal textMargin = 10.0; // scene units
+constexpr qreal textWidth = noteSide - 2 * textMargin;
+constexpr int fontPoints = 12;
+constexpr int longestText = 300; // UTF-16 code units
+
+struct Paper
+{
+    const char16_t *label;
+    const char16_t *top;
+    const char16_t *bottom;
+};
+
+// In the order of the values of StickyNoteItem::NoteColor.
+constexpr std::array<Paper, 6> papers = {{
+    {u"🟡 Amarillo", u"#FFFCC9", u"#FFF75C"},
+    {u"🔵 Celeste", u"#C9F8FF", u"#5CE3FF"},
+    {u"🔴 Rojo", u"#FFC9C9", u"#FF5C5C"},
+    {u"🌸 Rosado", u"#FFD9F2", u"#FF77C2"},
+    {u"🟠 Naranja", u"#FFE1C9", u"#FF9E5C"},
+    {u"⚪ Gris", u"#E0E0E0", u"#A0A0A0"},
+}};
+
+QMap<QString, StickyNoteItem::NoteColor> colorsByLabel()
+{
+    QMap<QString, StickyNoteItem::NoteColor> colors;
+    for (std::size_t value = 0; value < papers.size(); ++value) {
+        colors.insert(QString::fromUtf16(papers.at(value).label),
+                      static_cast<StickyNoteItem::NoteColor>(value));
+    }
+    return colors;
+}
+
+} // namespace
+
+StickyNoteItem::StickyNoteItem(QGraphicsItem *parent)
+    : QGraphicsObject(parent)
+{
+    setFlag(ItemIsMovable);
+    setFlag(ItemIsSelectable);
+    setFlag(ItemIsFocusable);
+    setZValue(noteZ);
+
+    textItem = new QGraphicsTextItem(this);
+    textItem->setTextInteractionFlags(Qt::TextEditorInteraction);
+    textItem->setDefaultTextColor(Qt::black);
+    textItem->setFont(QFont(QStringLiteral("Segoe UI"), fontPoints));
+    textItem->setTextWidth(textWidth);
+    textItem->setPos(textMargin, textMargin);
+    textItem->setPlainText(placeholderText);
+    connect(textItem->document(), &QTextDocument::contentsChanged, this,
+            &StickyNoteItem::limitText);
+}
+
+void StickyNoteItem::setNoteColor(StickyNoteItem::NoteColor color)
+{
+    noteColor_ = color;
+    update();
+}
+
+void StickyNoteItem::setText(const QString &text)
+{
+    if (textItem)
+        textItem->setPlainText(text);
+}
+
+QString StickyNoteItem::getText() const
+{
+    if (!textItem) {
+        qDebug("[ERROR] textItem es nullptr en getText()");
+        return {};
+    }
+    return textItem->toPlainText();
+}
+
+QRectF StickyNoteItem::boundingRect() const
+{
+    return {0.0, 0.0, noteSide, noteSide};
+}
+
+void StickyNoteItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
+{
+    QLinearGradient gradient(0.0, 0.0, 0.0, noteSide);
+    if (noteColor_ >= Yellow && noteColor_ <= Grey) {
+        const Paper &paper = papers.at(static_cast<std::size_t>(noteColor_));
+        gradient.setColorAt(0.0, QColor::fromString(QStringView(paper.top)));
+        gradient.setColorAt(1.0, QColor::fromString(QStringView(paper.bottom)));
+    }
+    painter->setBrush(gradient);
+    painter->setPen(Qt::NoPen);
+    painter->drawRect(boundingRect());
+}
+
+/// Keeps a text that the person edits within the longest length, with the cursor at its end.
+void StickyNoteItem::limitText()
+{
+    if (placeholderActive)
+        return;
+    auto *const document = textItem->document();
+    const QString text = document->toPlainText();
+    if (text.size() <= longestText)
+        return;
+
+    document->blockSignals(true);
+    document->setPlainText(text.left(longestText));
+    QTextCursor cursor(document);
+    cursor.movePosition(QTextCursor::End);
+    textItem->setTextCursor(cursor);
+    document->blockSignals(false);
+}
+
+void StickyNoteItem::mousePressEvent(QGraphicsSceneMouseEvent *event)
+{
+    if (event->button() == Qt::RightButton) {
+        // The context menu comes as an event of its own; the click itself selects nothing.
+        event->accept();
+        return;
+    }
+    dragging = true;
+    lastScenePos = event->scenePos();
+    QGraphicsObject::mousePressEvent(event);
+}
+
+void StickyNoteItem::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
+{
+    if (dragging) {
+        setPos(pos() + event->scenePos() - lastScenePos);
+        lastScenePos = event->scenePos();
+    }
+    // The base handler moves the item as well, from where it stood at its own first step; so the
+    // first step of a drag counts twice. This is wanted.
+    QGraphicsObject::mouseMoveEvent(event);
+}
+
+void StickyNoteItem::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
+{
+    dragging = false;
+    QGraphicsObject::mouseReleaseEvent(event);
+}
+
+void StickyNoteItem::focusInEvent(QFocusEvent *event)
+{
+    placeholderActive = false;
+    QGraphicsObject::focusInEvent(event);
+}
+
+void StickyNoteItem::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
+{
+    const auto colors = colorsByLabel();
+    QMenu menu;
+    for (auto color = colors.cbegin(); color != colors.cend(); ++color) {
+        auto *const action = menu.addAction(color.key());
+        if (color.value() != noteColor_)
+            continue;
+        QFont font = action->font();
+        font.setBold(true);
+        action->setFont(font);
+        action->setCheckable(true);
+        action->setChecked(true);
+    }
+
+    // The note may be gone when the menu closes: the menu runs an event loop of its own.
+    const QPointer<StickyNoteItem> self(this);
+    const auto *const chosen = menu.exec(event->screenPos());
+    if (self && chosen)
+        setNoteColor(colors.value(chosen->text(), Yellow));
+}
+
+QVariant StickyNoteItem::itemChange(GraphicsItemChange change, const QVariant &value)
+{
+    if (isGeometryChange(change))
+        emit itemModified();
+    return QGraphicsObject::itemChange(change, value);
+}
