@@ -9,10 +9,12 @@
 #include <QPointer>
 
 #include <memory>
+#include <vector>
 
 class ArrowLineItem;
 class FreeDrawItem;
 class MainWindow;
+class QPropertyAnimation;
 
 namespace Ui {
 class BoardWindow;
@@ -35,9 +37,9 @@ class BoardWindow : public QMainWindow
     Q_DISABLE_COPY_MOVE(BoardWindow)
 
 public:
-    /// \a homeWindow is shown again when the board is closed; it is not owned and must outlive
+    /// \a home is shown again when the board is closed; it is not owned and must outlive
     /// the board window.
-    explicit BoardWindow(MainWindow *homeWindow, QWidget *parent = nullptr);
+    explicit BoardWindow(MainWindow *home, QWidget *parent = nullptr);
     ~BoardWindow() override;
 
     /// Replaces the board by the one in the file \a path. A file that cannot be read or is no
@@ -89,9 +91,9 @@ private:
     bool canvasPressed(const QPointF &scenePoint);
     bool canvasMoved(const QPointF &scenePoint, Qt::MouseButtons buttons);
     bool canvasReleased(const QPointF &scenePoint);
+    void grabCanvas();
     void finishGesture();
-    template <typename Region>
-    void erase(const Region &region);
+    void erase(const QList<QGraphicsItem *> &items);
     void insertImage(const QPixmap &pixmap);
 
     // undoredo.cpp
@@ -107,7 +109,8 @@ private:
     void stopPresentation();
     void layOutPresentation();
     void showReminder();
-    void openSizeHints();
+    void fadeReminder(int duration, qreal from, qreal to);
+    void setSizeHints(const QSize &smallest, const QSize &largest);
 
     // closing.cpp
     void resetBoard();
@@ -129,4 +132,6 @@ private:
     QList<BoardSnapshot> undoStack;
     QList<BoardSnapshot> redoStack;
     int historyLimit = 10;
+    // Each presentation leaves its two here; a fade-out outlives the presentation it belongs to.
+    std::vector<std::unique_ptr<QPropertyAnimation>> reminderFades;
 };

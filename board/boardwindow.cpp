@@ -1,0 +1,126 @@
+#include "board/boardwindow.h"
+
+#include "board/boardgeometry.h"
+#include "board/windowlook.h"
+#include "items/arrowlineitem.h"
+#include "items/freedrawitem.h"
+
+#include "ui_boardwindow.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+#include <QPropertyAnimation>
+#include <QTimer>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int clockInterval = 1000; // ms
+
+} // namespace
+
+BoardWindow::BoardWindow(MainWindow *home, QWidget *parent)
+    : QMainWindow(parent)
+    , ui(std::make_unique<Ui::BoardWindow>())
+    , homeWindow(home)
+{
+    ui->setupUi(this);
+    ui->AdviseFS->hide();
+    buildScene();
+    buildWindow();
+    startClock();
+    ui->PizarraMain->installEventFilter(this);
+    ui->PizarraMain->setAttribute(Qt::WA_MouseTracking);
+    connectSignals();
+    setUnsaved(false);
+}
+
+BoardWindow::~BoardWindow()
+{
+    // The scene goes with the base class and tells then that its selection is empty: nobody is
+    // here any more to hear it.
+    scene->disconnect(this);
+    ui.reset();
+}
+
+void BoardWindow::buildScene()
+{
+    scene = new QGraphicsScene(this);
+    ui->PizarraMain->setScene(scene);
+    ui->PizarraMain->setRenderHint(QPainter::Antialiasing);
+    scene->setSceneRect(BoardGeometry::board);
+}
+
+void BoardWindow::buildWindow()
+{
+    applyWindowLook(*this);
+    setWindowFlags(Qt::Window | Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint);
+    // From here on the whole application formats dates and numbers as in Mexico.
+    QLocale::setDefault(locale);
+    setFixedSize(size());
+    setFocusPolicy(Qt::NoFocus);
+}
+
+void BoardWindow::startClock()
+{
+    showTime();
+    auto *const timer = new QTimer(this);
+    connect(timer, &QTimer::timeout, this, &BoardWindow::showTime);
+    timer->start(clockInterval);
+}
+
+void BoardWindow::showTime()
+{
+    ui->FechaHoraTxt->setText(
+        locale.toString(QDateTime::currentDateTime(), u"dd/MM/yyyy - hh:mm:ss AP"_s));
+}
+
+void BoardWindow::connectSignals()
+{
+    connect(ui->Presentar, &QComboBox::currentIndexChanged, this,
+            &BoardWindow::manejarPresentacion);
+
+    const struct
+    {
+        QPushButton *button;
+        void (BoardWindow::*slot)();
+    } clicks[] = {
+        {ui->ModoCursor, &BoardWindow::setCursorMode},
+        {ui->ModoPostIt, &BoardWindow::setPostItMode},
+        {ui->ModoLapiz, &BoardWindow::setPenMode},
+        {ui->ModoLinea, &BoardWindow::setLineMode},
+        {ui->ModoImagen, &BoardWindow::setImageMode},
+        {ui->ModoBorrador, &BoardWindow::setEraseMode},
+        {ui->ModoDeshacer, &BoardWindow::undoMode},
+        {ui->ModoRehacer, &BoardWindow::redoMode},
+        {ui->GuardarComo, &BoardWindow::saveBoardAs},
+        {ui->CloseBoardBtn, &BoardWindow::closeBoard},
+    };
+    for (const auto &click : clicks)
+        connect(click.button, &QPushButton::clicked, this, click.slot);
+
+    connect(scene, &QGraphicsScene::sceneRectChanged, this, &BoardWindow::captureSnapshot);
+    connect(scene, &QGraphicsScene::changed, this, &BoardWindow::captureSnapshot);
+    // Selecting an item is enough to mark the board unsaved; this is wanted.
+    connect(scene, &QGraphicsScene::selectionChanged, this, [this] {
+        if (!scene->selectedItems().isEmpty())
+            setUnsaved(true);
+    });
+}
+
+void BoardWindow::setUnsaved(bool value)
+{
+    unsaved = value;
+    updateTitleLabel();
+}
+
+void BoardWindow::updateTitleLabel()
+{
+    if (currentFilePath.isEmpty())
+        return;
+    QString text = QFileInfo(currentFilePath).fileName();
+    if (unsaved)
+        text += u"* (Sin guardar)"_s;
+    ui->NombreProyectoTxt->setText(text);
+}

@@ -1,0 +1,234 @@
+#include "board/boardwindow.h"
+
+#include "items/arrowlineitem.h"
+#include "items/freedrawitem.h"
+#include "items/resizablepixmapitem.h"
+#include "items/stickynoteitem.h"
+
+#include "ui_boardwindow.h"
+
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QMouseEvent>
+
+using namespace Qt::Literals::StringLiterals;
+
+// The tools: what each mode looks like, and what the pointer does on the canvas in it.
+
+namespace {
+
+constexpr int penWidth = 2; // scene units
+
+struct ModeLook
+{
+    const char16_t *title;
+    Qt::CursorShape cursor;
+    QPushButton *Ui::BoardWindow::*button;
+};
+
+// In the order of ToolMode.
+constexpr ModeLook modeLooks[] = {
+    {u"Orvane Plumara - Modo Pizarra", Qt::ArrowCursor, &Ui::BoardWindow::ModoCursor},
+    {u"Orvane Plumara - Modo PostIt de cuadro de texto", Qt::IBeamCursor,
+     &Ui::BoardWindow::ModoPostIt},
+    {u"Orvane Plumara - Modo Lápiz", Qt::CrossCursor, &Ui::BoardWindow::ModoLapiz},
+    {u"Orvane Plumara - Modo Linea", Qt::CrossCursor, &Ui::BoardWindow::ModoLinea},
+    {u"Orvane Plumara - Modo Imagen", Qt::BusyCursor, &Ui::BoardWindow::ModoImagen},
+    {u"Orvane Plumara - Modo Borrador", Qt::PointingHandCursor, &Ui::BoardWindow::ModoBorrador},
+};
+
+bool isErasable(const QGraphicsItem *item)
+{
+    return dynamic_cast<const StickyNoteItem *>(item)
+        || dynamic_cast<const QGraphicsPixmapItem *>(item)
+        || dynamic_cast<const ArrowLineItem *>(item) || dynamic_cast<const FreeDrawItem *>(item);
+}
+
+} // namespace
+
+void BoardWindow::enterMode(ToolMode mode)
+{
+    toolMode = mode;
+    const ModeLook &look = modeLooks[mode];
+    setWindowTitle(QString::fromUtf16(look.title));
+    ui->PizarraMain->setCursor(look.cursor);
+    for (const auto &other : modeLooks)
+        (ui.get()->*other.button)->setChecked(other.button == look.button);
+}
+
+void BoardWindow::setCursorMode()
+{
+    enterMode(Cursor);
+    ui->PizarraMain->setDragMode(QGraphicsView::NoDrag);
+}
+
+void BoardWindow::setPostItMode()
+{
+    enterMode(Note);
+}
+
+void BoardWindow::setPenMode()
+{
+    enterMode(Pen);
+}
+
+void BoardWindow::setLineMode()
+{
+    enterMode(Line);
+}
+
+void BoardWindow::setEraseMode()
+{
+    enterMode(Eraser);
+}
+
+void BoardWindow::setImageMode()
+{
+    enterMode(Image);
+    const QString path = QFileDialog::getOpenFileName(this, u"Seleccionar imagen"_s, QString(),
+                                                      u"Imágenes (*.png *.jpg *.jpeg)"_s);
+    if (!path.isEmpty()) {
+        const QPixmap pixmap(path);
+        if (pixmap.isNull())
+            warn(u"No se pudo cargar la imagen seleccionada."_s);
+        else
+            insertImage(pixmap);
+    }
+    setCursorMode();
+}
+
+void BoardWindow::insertImage(const QPixmap &pixmap)
+{
+    auto *const image = new ResizablePixmapItem(pixmap);
+    // Half sizes are whole numbers: the picture's pixels stay on the board's.
+    const QPoint half(pixmap.width() / 2, pixmap.height() / 2);
+    image->setPos(scene->sceneRect().center() - half);
+    scene->addItem(image);
+    image->setSelected(true);
+}
+
+bool BoardWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    const auto pass = [&] { return QMainWindow::eventFilter(watched, event); };
+    const QEvent::Type type = event->type();
+    if (watched != ui->PizarraMain
+        || (type != QEvent::MouseButtonPress && type != QEvent::MouseMove
+            && type != QEvent::MouseButtonRelease)) {
+        return pass();
+    }
+
+    const auto *const mouse = static_cast<QMouseEvent *>(event);
+    const QPointF scenePoint = ui->PizarraMain->mapToScene(mouse->position().toPoint());
+    if (type == QEvent::MouseMove)
+        return canvasMoved(scenePoint, mouse->buttons()) || pass();
+    if (mouse->button() != Qt::LeftButton)
+        return pass();
+    if (type == QEvent::MouseButtonPress)
+        return canvasPressed(scenePoint) || pass();
+    if (canvasReleased(scenePoint))
+        return true;
+    // The mode was changed in the middle of a gesture: the rest of the window must not stay cut
+    // off from the mouse.
+    if (QWidget::mouseGrabber() == ui->PizarraMain)
+        ui->PizarraMain->releaseMouse();
+    return pass();
+}
+
+bool BoardWindow::canvasPressed(const QPointF &scenePoint)
+{
+    switch (toolMode) {
+    case Pen:
+        grabCanvas();
+        strokePath = QPainterPath(scenePoint);
+        currentStroke = new FreeDrawItem;
+        currentStroke->setColor(Qt::black);
+        currentStroke->setWidth(penWidth);
+        scene->addItem(currentStroke);
+        return true;
+    case Note: {
+        auto *const note = new StickyNoteItem;
+        note->setPos(scenePoint);
+        note->setNoteColor(StickyNoteItem::Yellow);
+        scene->addItem(note);
+        return true;
+    }
+    case Line:
+        currentLine = new ArrowLineItem(scenePoint, scenePoint);
+        scene->addItem(currentLine);
+        lineStart = scenePoint;
+        grabCanvas();
+        return true;
+    case Eraser:
+        eraseStart = scenePoint;
+        grabCanvas();
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool BoardWindow::canvasMoved(const QPointF &scenePoint, Qt::MouseButtons buttons)
+{
+    if (toolMode == Pen && currentStroke) {
+        strokePath.lineTo(scenePoint);
+        currentStroke->setPath(strokePath);
+        return true;
+    }
+    if (toolMode == Line && currentLine) {
+        currentLine->setLine({lineStart, scenePoint});
+        return true;
+    }
+    if (toolMode == Eraser && buttons.testFlag(Qt::LeftButton)) {
+        // Not normalised: what a drag up or to the left erases follows from the toolkit's answer
+        // to a rectangle of negative size. This is wanted.
+        const QPointF moved = scenePoint - eraseStart;
+        erase(scene->items(QRectF(eraseStart, QSizeF(moved.x(), moved.y())),
+                           Qt::IntersectsItemShape, Qt::DescendingOrder));
+        return true;
+    }
+    return false;
+}
+
+bool BoardWindow::canvasReleased(const QPointF &scenePoint)
+{
+    if (toolMode == Pen && currentStroke) {
+        currentStroke = nullptr;
+    } else if (toolMode == Line && currentLine) {
+        currentLine->setLine({lineStart, scenePoint});
+        currentLine->setFlag(QGraphicsItem::ItemIsMovable);
+        currentLine->setFlag(QGraphicsItem::ItemIsSelectable);
+        currentLine = nullptr;
+    } else if (toolMode == Eraser) {
+        if (scenePoint == eraseStart)
+            erase(scene->items(scenePoint, Qt::IntersectsItemShape, Qt::DescendingOrder));
+    } else {
+        return false;
+    }
+    finishGesture();
+    return true;
+}
+
+void BoardWindow::grabCanvas()
+{
+    ui->PizarraMain->grabMouse();
+}
+
+/// Pen, line and eraser serve for one gesture; then the pointer is the cursor again.
+void BoardWindow::finishGesture()
+{
+    ui->PizarraMain->releaseMouse();
+    captureSnapshot();
+    setCursorMode();
+}
+
+void BoardWindow::erase(const QList<QGraphicsItem *> &items)
+{
+    // Topmost first: a note's text child comes, and is skipped, before the note that owns it.
+    for (auto *item : items) {
+        if (!isErasable(item))
+            continue;
+        scene->removeItem(item);
+        delete item;
+        setUnsaved(true);
+    }
+}

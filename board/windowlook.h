@@ -1,0 +1,6 @@
+#pragma once
+
+class QWidget;
+
+/// Registers the program's font and gives \a window the style sheet that all windows share.
+void applyWindowLook(QWidget &window);
