@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QStringList>
+
+class QTranslator;
+
+/// The languages of the person's system, most wanted first, as tags like "es-MX".
+QStringList systemLanguages();
+
+/// Loads into \a translator the first translation that the program has for \a languages, and
+/// installs it. Installs nothing when there is none: the program's own texts are Spanish anyway.
+void installTranslation(QTranslator &translator, const QStringList &languages);
