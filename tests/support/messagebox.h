@@ -22,8 +22,7 @@ class BoxAnswer
 public:
     explicit BoxAnswer(const QString &button)
         : answer([this, button](QMessageBox &box) { reply(box, button); })
-    {
-    }
+    { }
 
     bool seen() const { return answer.seen(); }
     const BoxContents &box() const { return contents; }

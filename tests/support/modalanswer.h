@@ -11,8 +11,7 @@
 ///
 /// A timer looks for the dialog; once it is shown, \c action runs with it, exactly once. The test
 /// must check seen() afterwards: a dialog that never came is a failure.
-template <typename Dialog>
-class ModalAnswer : public QObject
+template <typename Dialog> class ModalAnswer : public QObject
 {
 public:
     explicit ModalAnswer(std::function<void(Dialog &)> action)
