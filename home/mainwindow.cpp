@@ -1,0 +1,115 @@
+#include "home/mainwindow.h"
+
+#include "board/windowlook.h"
+#include "home/projectdelegate.h"
+#include "ui_mainwindow.h"
+
+#include <QApplication>
+#include <QDir>
+
+#ifdef Q_OS_WIN
+#include <qt_windows.h>
+#endif
+
+using namespace Qt::StringLiterals;
+
+MainWindow::MainWindow(QWidget *parent)
+    : QMainWindow(parent)
+    , ui(std::make_unique<Ui::MainWindow>())
+    , dataPath(QDir::homePath() + "/Documents/OrvanePlumara"_L1)
+    , projectDelegate(std::make_unique<ProjectDelegate>())
+{
+    ui->setupUi(this);
+
+    checkVersion();
+    initializeUpdateAdvisorEffect();
+    NavMain();
+
+    applyWindowLook(*this);
+    QLocale::setDefault(locale);
+    setFixedSize(size());
+    setFocusPolicy(Qt::NoFocus);
+
+    ui->NewProject->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    ui->ImportProject->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+
+    connect(ui->NavMainBtn, &QPushButton::clicked, this, &MainWindow::NavMain);
+    connect(ui->NavSettingsBtn, &QPushButton::clicked, this, &MainWindow::NavSettings);
+    connect(ui->NavHelpBtn, &QPushButton::clicked, this, &MainWindow::NavHelp);
+    connect(ui->NewProject, &QToolButton::clicked, this, &MainWindow::startProject);
+    connect(ui->ImportProject, &QToolButton::clicked, this, &MainWindow::openProject);
+
+    ui->listWidget->setItemDelegate(projectDelegate.get());
+    // Made before showProjects() makes its first connection, and so served before all of them.
+    connect(ui->listWidget, &QListWidget::itemClicked, this, [this] { clickServed = false; });
+
+    if (!QDir(dataPath).exists())
+        QDir(dataPath).mkpath(u"."_s);
+    showProjects();
+
+    connect(ui->ClearCacheBtn, &QPushButton::clicked, this, &MainWindow::animateCacheClear);
+    connect(ui->RedoFolder, &QPushButton::clicked, this, &MainWindow::redoFolder);
+    connect(ui->DeleteAll, &QPushButton::clicked, this, &MainWindow::deleteAll);
+    connect(ui->CancelUpdate, &QPushButton::clicked, this, &MainWindow::closeUpdateMessage);
+    connect(ui->StartUpdate, &QPushButton::clicked, this, &MainWindow::launchUpdater);
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::NavMain()
+{
+    showPage(ui->MainMenu);
+}
+
+void MainWindow::NavSettings()
+{
+    showPage(ui->SettingsMenu);
+}
+
+void MainWindow::NavHelp()
+{
+    showPage(ui->HelpMenu);
+}
+
+void MainWindow::showPage(const QWidget *page)
+{
+    struct Entry
+    {
+        QWidget *page;
+        QPushButton *button;
+    };
+    const Entry entries[] = {
+        {ui->MainMenu, ui->NavMainBtn},
+        {ui->SettingsMenu, ui->NavSettingsBtn},
+        {ui->HelpMenu, ui->NavHelpBtn},
+    };
+    // Every state is set each time: a click has already toggled the button that was clicked.
+    for (const Entry &entry : entries) {
+        entry.page->setVisible(entry.page == page);
+        entry.button->setChecked(entry.page == page);
+    }
+}
+
+void MainWindow::restoreWindow()
+{
+    if (isMinimized())
+        setWindowState(Qt::WindowNoState);
+    raise();
+    activateWindow();
+}
+
+bool MainWindow::flashTaskbarIcon()
+{
+#ifdef Q_OS_WIN
+    FLASHWINFO info{};
+    info.cbSize = sizeof(info);
+    info.hwnd = reinterpret_cast<HWND>(winId());
+    info.dwFlags = FLASHW_ALL;
+    info.uCount = 3;
+    info.dwTimeout = 0; // the system's own blink rate
+    return FlashWindowEx(&info) != FALSE;
+#else
+    QApplication::alert(this);
+    return false;
+#endif
+}

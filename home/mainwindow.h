@@ -1,0 +1,100 @@
+#pragma once
+
+#include <QLocale>
+#include <QMainWindow>
+#include <QNetworkAccessManager>
+
+#include <memory>
+
+class BoardWindow;
+class QListWidgetItem;
+class QNetworkReply;
+class QPropertyAnimation;
+
+namespace Ui {
+class MainWindow;
+}
+
+/// The home window, the start screen of the program: a window of fixed size (1200 × 700 pixels)
+/// with a side menu and three pages, one shown at a time.
+///
+/// It owns the one board window of the program and hides itself while a board is open; the board
+/// window shows it again when the board is closed. Closing the home window ends the program.
+///
+/// mainwindow.cpp builds and wires the window; each other concern has a file of its own:
+/// recentboards.cpp, datafolder.cpp, updatecheck.cpp.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(MainWindow)
+
+public:
+    class ProjectDelegate;
+
+    /// Builds the window, sends the request for the newest version, creates the data folder when
+    /// it is missing and lists the boards in it.
+    explicit MainWindow(QWidget *parent = nullptr);
+    ~MainWindow() override;
+
+    /// Flashes the caption and the task-bar button three times. Returns what Windows reports:
+    /// whether the window was active before the call. On other systems it asks for the person's
+    /// attention as the desktop does, and returns false.
+    bool flashTaskbarIcon();
+
+public slots:
+    // In the order of their meta-object indices, which callers by index rely on.
+    void NavMain();
+    void NavSettings();
+    void NavHelp();
+
+    /// Shows the board window as its last close left it: with an empty board.
+    void startProject();
+    /// Asks for a board file and opens it; does nothing when the dialog is cancelled.
+    void openProject();
+    /// Brings the window back from the task bar and to the front.
+    void restoreWindow();
+    /// Lists the boards of the data folder, newest first; creates the folder when it is missing.
+    void showProjects();
+    /// Opens the board of the row \a item and rebuilds the list, which deletes \a item. A null
+    /// item and a row without a path are ignored.
+    void onProjectDoubleClicked(QListWidgetItem *item);
+
+    /// Plays the "data cleaned" effect on its button, which stays disabled. Deletes nothing.
+    void animateCacheClear();
+    /// Creates the data folder when it is missing and says what happened.
+    void redoFolder();
+    /// After a confirmation, deletes the data folder and all it holds, and closes the window.
+    void deleteAll();
+
+    /// Asks the update server for the newest version; a newer one shows the update advisor.
+    void checkVersion();
+    /// Opens the product's web page, closes the window and ends the program.
+    void launchUpdater();
+    void initializeUpdateAdvisorEffect();
+    void showUpdateMessage();
+    void closeUpdateMessage();
+
+private:
+    // mainwindow.cpp
+    void showPage(const QWidget *page);
+
+    // recentboards.cpp
+    BoardWindow *board();
+    void openBoard(const QString &path);
+
+    // datafolder.cpp
+    bool confirmDeletion();
+
+    // updatecheck.cpp
+    void readVersion(QNetworkReply *reply);
+    QPropertyAnimation *fadeUpdateAdvisor(qreal from, qreal to);
+
+    std::unique_ptr<Ui::MainWindow> ui;
+    QLocale locale{QLocale::Spanish, QLocale::Mexico};
+    bool updating = false;
+    BoardWindow *boardWindow = nullptr;
+    QNetworkAccessManager network;
+    QString dataPath;
+    std::unique_ptr<ProjectDelegate> projectDelegate;
+    bool clickServed = false;
+};

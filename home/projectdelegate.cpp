@@ -1,0 +1,53 @@
+#include "home/projectdelegate.h"
+
+#include <QPainter>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int rowHeight = 60;
+constexpr QSize documentSize(45, 45);
+constexpr QPoint documentOffset(5, 5);
+constexpr QPoint titleOffset(60, 25); // of the base line
+constexpr QPoint infoOffset(60, 42); // of the base line
+
+} // namespace
+
+MainWindow::ProjectDelegate::ProjectDelegate()
+    : documentIcon(QIcon::fromTheme(u"document"_s, QIcon(u":/img/plumdoc.png"_s)))
+{ }
+
+void MainWindow::ProjectDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                                        const QModelIndex &index) const
+{
+    QStyleOptionViewItem row(option);
+    initStyleOption(&row, index);
+    const QPoint corner = row.rect.topLeft();
+
+    painter->save();
+
+    if (row.state & QStyle::State_Selected)
+        painter->fillRect(row.rect, row.palette.highlight());
+    else if (index.row() % 2 == 0)
+        painter->fillRect(row.rect, QColor(0xf5, 0xf5, 0xf5));
+
+    painter->drawPixmap(corner + documentOffset, documentIcon.pixmap(documentSize));
+
+    QFont font = painter->font();
+    font.setWeight(QFont::Bold);
+    painter->setFont(font);
+    painter->drawText(corner + titleOffset, row.text);
+
+    font.setWeight(QFont::Normal);
+    painter->setFont(font);
+    painter->drawText(corner + infoOffset, index.data(Qt::UserRole).toString());
+
+    painter->restore();
+}
+
+QSize MainWindow::ProjectDelegate::sizeHint(const QStyleOptionViewItem &option,
+                                            const QModelIndex &) const
+{
+    return {option.rect.width(), rowHeight};
+}

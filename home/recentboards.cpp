@@ -1,0 +1,100 @@
+// The boards that the home window opens: the list of recent ones, and the two actions above it.
+
+#include "home/mainwindow.h"
+
+#include "board/boardwindow.h"
+#include "ui_mainwindow.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLabel>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int InfoRole = Qt::UserRole;
+constexpr int PathRole = Qt::UserRole + 1;
+
+} // namespace
+
+void MainWindow::showProjects()
+{
+    ui->listWidget->clear();
+
+    const QDir folder(dataPath);
+    if (!folder.exists())
+        folder.mkpath(u"."_s);
+
+    const QFileInfoList files =
+        folder.entryInfoList({u"*.vtrz"_s}, QDir::Files | QDir::NoDotAndDotDot, QDir::Time);
+    for (const QFileInfo &file : files) {
+        const QString changed = QLocale().toString(file.lastModified(), u"dd/MM/yyyy hh:mm"_s);
+        auto *const item = new QListWidgetItem(file.fileName());
+        item->setData(InfoRole, QString(file.absolutePath() + " - "_L1 + changed));
+        item->setData(PathRole, file.absoluteFilePath());
+        ui->listWidget->addItem(item);
+    }
+
+    // Wanted as it stands: a single click opens a board, and since another signal is disconnected
+    // than the one connected, every run adds a connection. See onProjectDoubleClicked().
+    disconnect(ui->listWidget, &QListWidget::itemDoubleClicked, this,
+               &MainWindow::onProjectDoubleClicked);
+    connect(ui->listWidget, &QListWidget::itemClicked, this, &MainWindow::onProjectDoubleClicked);
+}
+
+void MainWindow::onProjectDoubleClicked(QListWidgetItem *item)
+{
+    // One click is delivered once per connection, and the first delivery deletes the item. The
+    // later ones hold a dangling pointer, at whose address a row of the new list may live by now:
+    // they must not touch it. The connection made first of all, in the constructor, clears the
+    // mark at the start of every click. A call that no click delivers is always served.
+    const bool delivered = sender() == ui->listWidget;
+    if (delivered && clickServed)
+        return;
+    if (!item)
+        return;
+    const QString path = item->data(PathRole).toString();
+    if (path.isEmpty())
+        return;
+
+    openBoard(path);
+    showProjects();
+    // Only now: opening may show a message, and so another click may come and go before.
+    if (delivered)
+        clickServed = true;
+}
+
+void MainWindow::startProject()
+{
+    board()->show();
+    hide();
+}
+
+void MainWindow::openProject()
+{
+    const QString path = QFileDialog::getOpenFileName(this, tr("Abrir proyecto"), QString(),
+                                                      tr("Pizarra de Plumara (*.vtrz)"));
+    if (!path.isEmpty())
+        openBoard(path);
+}
+
+/// The one board window, made when it is first asked for and kept for the life of this window.
+BoardWindow *MainWindow::board()
+{
+    if (!boardWindow)
+        boardWindow = new BoardWindow(this, this);
+    return boardWindow;
+}
+
+/// Shows the board window with the board file \a path. A file that cannot be opened is reported
+/// by the board window, which is shown all the same.
+void MainWindow::openBoard(const QString &path)
+{
+    board()->loadBoard(path);
+    if (auto *const name = board()->findChild<QLabel *>(u"NombreProyectoTxt"_s))
+        name->setText(QFileInfo(path).fileName());
+    board()->show();
+    hide();
+}
