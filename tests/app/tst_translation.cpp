@@ -1,0 +1,95 @@
+#include "app/translation.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+#include <QTest>
+#include <QTranslator>
+
+using namespace Qt::Literals::StringLiterals;
+
+// A text of the toolkit that the program's translation holds.
+const char *const context = "QPlatformTheme";
+const char *const english = "Cancel";
+const QString spanish = u"Cancelar"_s;
+
+class tst_Translation : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void mexicanSpanishIsInstalled();
+    void aLaterLanguageWithATranslationIsInstalled_data();
+    void aLaterLanguageWithATranslationIsInstalled();
+    void withoutATranslationNothingIsInstalled_data();
+    void withoutATranslationNothingIsInstalled();
+    void theSystemsLanguagesComeInItsOrder();
+};
+
+namespace {
+
+QString translated()
+{
+    return QCoreApplication::translate(context, english);
+}
+
+} // namespace
+
+void tst_Translation::mexicanSpanishIsInstalled()
+{
+    QTranslator translator;
+    installTranslation(translator, {u"es-MX"_s});
+    QCOMPARE(translated(), spanish);
+    QCOMPARE(translator.language(), u"es_MX"_s);
+}
+
+void tst_Translation::aLaterLanguageWithATranslationIsInstalled_data()
+{
+    QTest::addColumn<QStringList>("languages");
+    QTest::newRow("second") << QStringList{u"fr-FR"_s, u"es-MX"_s};
+    QTest::newRow("third") << QStringList{u"de-DE"_s, u"en-US"_s, u"es-MX"_s};
+    QTest::newRow("in the middle") << QStringList{u"en-US"_s, u"es-MX"_s, u"fr-FR"_s};
+}
+
+void tst_Translation::aLaterLanguageWithATranslationIsInstalled()
+{
+    QFETCH(QStringList, languages);
+    QTranslator translator;
+    installTranslation(translator, languages);
+    QCOMPARE(translated(), spanish);
+}
+
+void tst_Translation::withoutATranslationNothingIsInstalled_data()
+{
+    QTest::addColumn<QStringList>("languages");
+    QTest::newRow("no language") << QStringList();
+    QTest::newRow("others") << QStringList{u"fr-FR"_s, u"en-US"_s};
+    QTest::newRow("no tag at all") << QStringList{u""_s, u"C"_s};
+}
+
+void tst_Translation::withoutATranslationNothingIsInstalled()
+{
+    QFETCH(QStringList, languages);
+    QTranslator translator;
+    installTranslation(translator, languages);
+    QVERIFY(translator.isEmpty());
+    QCOMPARE(translated(), QLatin1String(english));
+}
+
+void tst_Translation::theSystemsLanguagesComeInItsOrder()
+{
+#ifdef Q_OS_WIN
+    QCOMPARE(systemLanguages(), QLocale::system().uiLanguages());
+#else
+    // The system's locale is read anew when a QSystemLocale asks; the variable stands for the
+    // person's list.
+    qputenv("LANGUAGE", "fr_FR:es_MX");
+    const QStringList languages = systemLanguages();
+    qunsetenv("LANGUAGE");
+    QVERIFY(languages.contains(u"fr-FR"_s));
+    QVERIFY(languages.contains(u"es-MX"_s));
+    QVERIFY(languages.indexOf(u"fr-FR"_s) < languages.indexOf(u"es-MX"_s));
+#endif
+}
+
+QTEST_GUILESS_MAIN(tst_Translation)
+#include "tst_translation.moc"

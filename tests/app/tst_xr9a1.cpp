@@ -1,0 +1,82 @@
+#include "app/xr9a1.h"
+
+#include <QTest>
+
+#include <optional>
+
+class tst_Xr9A1 : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theFirstInstanceFindsNobodyRunning();
+    void askingAgainDoesNotCountItsOwnSegment();
+    void aLaterInstanceFindsTheFirst();
+    void anInstanceThatLeavesClearsTheWay();
+    void aLaterInstanceThatLeavesDoesNotDisturbTheFirst();
+    void theSegmentIsOneByteLong();
+    void theSegmentIsGoneWithItsLastHolder();
+};
+
+void tst_Xr9A1::theFirstInstanceFindsNobodyRunning()
+{
+    Xr9A1 first;
+    QVERIFY(!first.isRunning());
+}
+
+void tst_Xr9A1::askingAgainDoesNotCountItsOwnSegment()
+{
+    Xr9A1 first;
+    QVERIFY(!first.isRunning());
+    QVERIFY(!first.isRunning());
+}
+
+void tst_Xr9A1::aLaterInstanceFindsTheFirst()
+{
+    Xr9A1 first;
+    QVERIFY(!first.isRunning());
+    Xr9A1 second;
+    QVERIFY(second.isRunning());
+}
+
+void tst_Xr9A1::anInstanceThatLeavesClearsTheWay()
+{
+    std::optional<Xr9A1> first(std::in_place);
+    QVERIFY(!first->isRunning());
+    first.reset();
+    Xr9A1 second;
+    QVERIFY(!second.isRunning());
+}
+
+void tst_Xr9A1::aLaterInstanceThatLeavesDoesNotDisturbTheFirst()
+{
+    Xr9A1 first;
+    QVERIFY(!first.isRunning());
+    {
+        Xr9A1 second;
+        QVERIFY(second.isRunning());
+    }
+    Xr9A1 third;
+    QVERIFY(third.isRunning());
+}
+
+void tst_Xr9A1::theSegmentIsOneByteLong()
+{
+    const Xr9A1 guard;
+    QSharedMemory segment(QStringLiteral("Plumara"));
+    QVERIFY(segment.attach());
+    // Systems hand out memory in pages; at least the byte is there.
+    QVERIFY(segment.size() >= 1);
+}
+
+void tst_Xr9A1::theSegmentIsGoneWithItsLastHolder()
+{
+    std::optional<Xr9A1> guard(std::in_place);
+    guard.reset();
+    QSharedMemory segment(QStringLiteral("Plumara"));
+    QVERIFY(!segment.attach());
+    QCOMPARE(segment.error(), QSharedMemory::NotFound);
+}
+
+QTEST_GUILESS_MAIN(tst_Xr9A1)
+#include "tst_xr9a1.moc"
