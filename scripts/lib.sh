@@ -18,6 +18,9 @@ declare -A commands=(
     [test]="openssl"
 )
 
+# Qt reads file names and texts as UTF-8; a bare system's "C" says nothing of it.
+[[ $(locale charmap) == UTF-8 ]] || export LC_ALL=C.UTF-8
+
 die() {
     printf '%s: %s\n' "$(basename "$0")" "$*" >&2
     exit 1
