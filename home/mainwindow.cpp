@@ -6,12 +6,31 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QTextCursor>
+#include <QTextDocument>
 
 #ifdef Q_OS_WIN
 #include <qt_windows.h>
 #endif
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Gives the horizontal rule that is the text of \a label the label's text colour. Older versions
+/// of Qt draw a rule in a shade of the background, which is transparent in these labels.
+void showRule(QLabel *label)
+{
+    label->ensurePolished();
+    label->sizeHint(); // lays the text out, and so makes the document
+    if (auto *const document = label->findChild<QTextDocument *>()) {
+        QTextBlockFormat colored;
+        colored.setBackground(label->palette().windowText());
+        QTextCursor(document).mergeBlockFormat(colored);
+    }
+}
+
+} // namespace
 
 MainWindow::MainWindow(QWidget *parent)
     : QMainWindow(parent)
@@ -26,6 +45,8 @@ MainWindow::MainWindow(QWidget *parent)
     NavMain();
 
     applyWindowLook(*this);
+    showRule(ui->Separator);
+    showRule(ui->SeparatorMenu);
     QLocale::setDefault(locale);
     setFixedSize(size());
     setFocusPolicy(Qt::NoFocus);
