@@ -162,8 +162,8 @@ void tst_Resources::everyCarriedPictureIsInTheTable()
             carried << files.next();
     }
 
-    std::sort(listed.begin(), listed.end());
-    std::sort(carried.begin(), carried.end());
+    std::ranges::sort(listed);
+    std::ranges::sort(carried);
     QCOMPARE(carried, listed);
 }
 
@@ -202,7 +202,7 @@ void tst_Resources::everyDrawingAndPictureIsRecorded()
             expected << twiceAsLarge(picture);
     }
 
-    std::sort(expected.begin(), expected.end());
+    std::ranges::sort(expected);
     QCOMPARE(recordedChecksums().keys(), expected);
 }
 
