@@ -40,6 +40,13 @@ public:
                           widget->mapTo(&window, widget->rect().center()));
     }
 
+    /// Types ASCII characters on the keyboard.
+    void type(const char *text)
+    {
+        for (; *text; ++text)
+            QTest::keyClick(window.windowHandle(), *text);
+    }
+
     /// Lets the scene tell what has changed on it, which it does from the event loop.
     static void settle() { QCoreApplication::processEvents(); }
 

@@ -1,0 +1,408 @@
+#include "items/arrowlineitem.h"
+#include "items/freedrawitem.h"
+#include "items/resizablepixmapitem.h"
+#include "items/stickynoteitem.h"
+#include "tests/support/boardfiles.h"
+#include "tests/support/scratchhome.h"
+#include "tests/support/shownboard.h"
+
+#include <QFontDatabase>
+#include <QKeyEvent>
+#include <QRegularExpression>
+#include <QScreen>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::Literals::StringLiterals;
+
+// The shell of the board window: the window itself, its slots, its clock and the board's name.
+
+namespace {
+
+const QString windowStyle = uR"(
+        QWidget { font-family: Montserrat; background-color: white; }
+        QMessageBox QPushButton {
+            border: 1px solid gray;
+            border-radius: 3px;
+            background-color: white;
+            color: black;
+            padding: 5px 15px;
+        }
+        QMessageBox QLabel {
+            color: black;
+        }
+    )"_s;
+
+QString clockText(const QDateTime &time)
+{
+    const QLocale mexico(QLocale::Spanish, QLocale::Mexico);
+    return mexico.toString(time, u"dd/MM/yyyy - hh:mm:ss AP"_s);
+}
+
+/// Counts the key events that reach the window's own handler.
+class KeyCounter : public BoardWindow
+{
+public:
+    KeyCounter()
+        : BoardWindow(nullptr)
+    { }
+    int keys = 0;
+
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        ++keys;
+        BoardWindow::keyPressEvent(event);
+    }
+};
+
+} // namespace
+
+class TestBoardWindow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theWindowIsNamedAfterTheBoardMode();
+    void theWindowHasOnlyMinimizeAndMaximizeButtons();
+    void thePersonCannotResizeTheWindow();
+    void theWindowTakesNoFocus();
+    void theWindowWearsTheSharedStyle();
+    void theProgramsFontIsThere();
+    void theCanvasShowsTheWholeBoardSmoothly();
+    void theWholeApplicationFormatsAsInMexico();
+    void slotsStandInTheirOrder();
+    void thereAreNoSignals();
+    void aMetaCallOfTheKeyHandlerReachesAnOverride();
+
+    void theClockIsRightFromTheStart();
+    void theClockShowsTwelveHoursInMexicanSpanish();
+    void theClockTicksEverySecondEvenWhileHidden();
+
+    void aNewBoardNeverShowsTheMarker();
+    void selectingMarksASavedBoardAndDeselectingKeepsTheMark();
+    void clearingAnEmptySelectionMarksNothing();
+    void theMarkerFollowsTheNameWithoutASpace();
+    void settingTheFlagShowsIt();
+    void aChangedLoadedItemMarksTheBoard_data();
+    void aChangedLoadedItemMarksTheBoard();
+    void aChangedDrawnItemMarksNothing();
+    void everySceneChangeIsRecorded();
+    void aNewSceneRectangleIsRecorded();
+};
+
+void TestBoardWindow::theWindowIsNamedAfterTheBoardMode()
+{
+    const ShownBoard board;
+
+    QCOMPARE(board.window.windowTitle(), u"Orvane Plumara - Modo Pizarra"_s);
+}
+
+void TestBoardWindow::theWindowHasOnlyMinimizeAndMaximizeButtons()
+{
+    const BoardWindow window(nullptr);
+    // The toolkit adds the title bar that such buttons need.
+    QWidget plain;
+    plain.setWindowFlags(Qt::Window | Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint);
+
+    QCOMPARE(window.windowFlags(), plain.windowFlags());
+    QVERIFY(!window.windowFlags().testFlag(Qt::WindowCloseButtonHint));
+    QVERIFY(!window.windowFlags().testFlag(Qt::FramelessWindowHint));
+}
+
+void TestBoardWindow::thePersonCannotResizeTheWindow()
+{
+    ShownBoard board;
+    const QSize size(1200, 700);
+    QCOMPARE(board.window.size(), size);
+
+    board.window.resize(1400, 900);
+    QCOMPARE(board.window.size(), size);
+    board.window.resize(600, 400);
+    QCOMPARE(board.window.size(), size);
+    QCOMPARE(board.window.windowHandle()->minimumSize(), size);
+    QCOMPARE(board.window.windowHandle()->maximumSize(), size);
+}
+
+void TestBoardWindow::theWindowTakesNoFocus()
+{
+    const BoardWindow window(nullptr);
+
+    QCOMPARE(window.focusPolicy(), Qt::NoFocus);
+}
+
+void TestBoardWindow::theWindowWearsTheSharedStyle()
+{
+    const BoardWindow window(nullptr);
+
+    QCOMPARE(window.styleSheet(), windowStyle);
+}
+
+void TestBoardWindow::theProgramsFontIsThere()
+{
+    const BoardWindow window(nullptr);
+
+    QVERIFY(QFontDatabase::families().contains(u"Montserrat"_s));
+}
+
+void TestBoardWindow::theCanvasShowsTheWholeBoardSmoothly()
+{
+    const ShownBoard board;
+
+    QCOMPARE(board.scene.sceneRect(), QRectF(0, 0, 1920, 1080));
+    QCOMPARE(board.view.sceneRect(), QRectF(0, 0, 1920, 1080));
+    QCOMPARE(board.scene.parent(), &board.window);
+    QVERIFY(board.view.renderHints().testFlag(QPainter::Antialiasing));
+    QVERIFY(board.view.testAttribute(Qt::WA_MouseTracking));
+    QVERIFY(board.scene.items().isEmpty());
+}
+
+void TestBoardWindow::theWholeApplicationFormatsAsInMexico()
+{
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+
+    const BoardWindow window(nullptr);
+
+    QCOMPARE(QLocale().language(), QLocale::Spanish);
+    QCOMPARE(QLocale().territory(), QLocale::Mexico);
+}
+
+void TestBoardWindow::slotsStandInTheirOrder()
+{
+    const QList<QByteArray> expected{
+        "closeBoard()",
+        "setCursorMode()",
+        "setPostItMode()",
+        "setPenMode()",
+        "setLineMode()",
+        "setImageMode()",
+        "setEraseMode()",
+        "undoMode()",
+        "redoMode()",
+        "saveBoardAs()",
+        "saveBoard()",
+        "keyPressEvent(QKeyEvent*)",
+        "manejarPresentacion(int)",
+    };
+    const auto &meta = BoardWindow::staticMetaObject;
+
+    QList<QByteArray> found;
+    for (int index = meta.methodOffset(); index < meta.methodCount(); ++index) {
+        const QMetaMethod method = meta.method(index);
+        QCOMPARE(method.methodType(), QMetaMethod::Slot);
+        QCOMPARE(method.access(), QMetaMethod::Public);
+        QCOMPARE(method.returnMetaType(), QMetaType::fromType<void>());
+        found << method.methodSignature();
+    }
+
+    QCOMPARE(meta.className(), "BoardWindow");
+    QCOMPARE(meta.superClass()->className(), "QMainWindow");
+    QCOMPARE(found, expected);
+}
+
+void TestBoardWindow::thereAreNoSignals()
+{
+    const auto &meta = BoardWindow::staticMetaObject;
+
+    for (int index = meta.methodOffset(); index < meta.methodCount(); ++index)
+        QVERIFY(meta.method(index).methodType() != QMetaMethod::Signal);
+}
+
+void TestBoardWindow::aMetaCallOfTheKeyHandlerReachesAnOverride()
+{
+    KeyCounter window;
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier);
+
+    QVERIFY(QMetaObject::invokeMethod(&window, "keyPressEvent", Q_ARG(QKeyEvent *, &key)));
+
+    QCOMPARE(window.keys, 1);
+}
+
+void TestBoardWindow::theClockIsRightFromTheStart()
+{
+    const QString before = clockText(QDateTime::currentDateTime());
+    const BoardWindow window(nullptr);
+    const QString after = clockText(QDateTime::currentDateTime());
+
+    const QString shown = window.findChild<QLabel *>(u"FechaHoraTxt"_s)->text();
+    QVERIFY2(shown == before || shown == after, qPrintable(shown));
+}
+
+void TestBoardWindow::theClockShowsTwelveHoursInMexicanSpanish()
+{
+    const BoardWindow window(nullptr);
+    const QRegularExpression form(
+        uR"(^\d\d/\d\d/\d{4} - (0[1-9]|1[0-2]):[0-5]\d:[0-5]\d [AP]\.\s?M\.$)"_s,
+        QRegularExpression::UseUnicodePropertiesOption);
+
+    const QString shown = window.findChild<QLabel *>(u"FechaHoraTxt"_s)->text();
+    QVERIFY2(form.match(shown).hasMatch(), qPrintable(shown));
+}
+
+void TestBoardWindow::theClockTicksEverySecondEvenWhileHidden()
+{
+    const BoardWindow window(nullptr);
+    const auto *const label = window.findChild<QLabel *>(u"FechaHoraTxt"_s);
+    QElapsedTimer elapsed;
+    elapsed.start();
+
+    QStringList texts{label->text()};
+    while (texts.size() < 3 && elapsed.elapsed() < 4000) {
+        QTest::qWait(10);
+        if (label->text() != texts.constLast()) {
+            texts << label->text();
+            // The timer may lag behind the second by up to its own coarseness.
+            const auto now = QDateTime::currentDateTime();
+            QVERIFY(label->text() == clockText(now) || label->text() == clockText(now.addSecs(-1)));
+        }
+    }
+
+    QCOMPARE(texts.size(), 3);
+    QVERIFY2(elapsed.elapsed() > 900, "Two ticks come a second apart");
+}
+
+void TestBoardWindow::aNewBoardNeverShowsTheMarker()
+{
+    ShownBoard board;
+    board.click("ModoPostIt");
+    board.pointer.click({500, 300});
+    QCOMPARE(board.count(), 1);
+    board.window.setUnsaved(true);
+
+    QCOMPARE(board.name(), u"Pizarra1.vrtz"_s);
+}
+
+void TestBoardWindow::selectingMarksASavedBoardAndDeselectingKeepsTheMark()
+{
+    const ScratchHome home;
+    ShownBoard board;
+    board.window.loadBoard(
+        BoardFile::write(home.path(u"plan.vtrz"_s), QJsonArray{BoardFile::note(500, 300)}));
+    QCOMPARE(board.name(), u"plan.vtrz"_s);
+
+    board.pointer.click({505, 305});
+    QCOMPARE(board.scene.selectedItems().size(), 1);
+    QCOMPARE(board.name(), u"plan.vtrz* (Sin guardar)"_s);
+
+    board.pointer.click({1000, 600});
+    QVERIFY(board.scene.selectedItems().isEmpty());
+    QCOMPARE(board.name(), u"plan.vtrz* (Sin guardar)"_s);
+}
+
+void TestBoardWindow::clearingAnEmptySelectionMarksNothing()
+{
+    const ScratchHome home;
+    ShownBoard board;
+    board.window.loadBoard(
+        BoardFile::write(home.path(u"plan.vtrz"_s), QJsonArray{BoardFile::note(500, 300)}));
+    board.only<StickyNoteItem>()->setSelected(true);
+    board.window.setUnsaved(false);
+    const QSignalSpy changes(&board.scene, &QGraphicsScene::selectionChanged);
+
+    board.scene.clearSelection();
+
+    QCOMPARE(changes.size(), 1);
+    QCOMPARE(board.name(), u"plan.vtrz"_s);
+}
+
+void TestBoardWindow::theMarkerFollowsTheNameWithoutASpace()
+{
+    const ScratchHome home;
+    ShownBoard board;
+    board.window.loadBoard(BoardFile::write(home.path(u"mi plan.2.vtrz"_s), QJsonArray{}));
+
+    board.window.setUnsaved(true);
+
+    QCOMPARE(board.name(), u"mi plan.2.vtrz* (Sin guardar)"_s);
+}
+
+void TestBoardWindow::settingTheFlagShowsIt()
+{
+    const ScratchHome home;
+    ShownBoard board;
+    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s), QJsonArray{}));
+
+    board.window.setUnsaved(true);
+    QVERIFY(board.marked());
+    board.window.setUnsaved(false);
+    QVERIFY(!board.marked());
+    QCOMPARE(board.name(), u"plan.vtrz"_s);
+}
+
+void TestBoardWindow::aChangedLoadedItemMarksTheBoard_data()
+{
+    QTest::addColumn<QByteArray>("className");
+    for (const char *name :
+         {"FreeDrawItem", "StickyNoteItem", "ArrowLineItem", "ResizablePixmapItem"}) {
+        QTest::newRow(name) << QByteArray(name);
+    }
+}
+
+void TestBoardWindow::aChangedLoadedItemMarksTheBoard()
+{
+    QFETCH(const QByteArray, className);
+    const ScratchHome home;
+    ShownBoard board;
+    board.window.loadBoard(BoardFile::write(
+        home.path(u"plan.vtrz"_s),
+        QJsonArray{BoardFile::note(500, 300), BoardFile::stroke(900, 300, 1000, 400),
+                   BoardFile::arrow(900, 500, 1000, 600), BoardFile::image(500, 700, {})}));
+    const auto items = board.all<QObject>();
+    const auto item = std::find_if(items.cbegin(), items.cend(), [&](const QObject *object) {
+        return object->metaObject()->className() == className;
+    });
+    QVERIFY(item != items.cend());
+    QVERIFY(!board.marked());
+
+    QVERIFY(QMetaObject::invokeMethod(*item, "itemModified"));
+
+    QVERIFY(board.marked());
+}
+
+void TestBoardWindow::aChangedDrawnItemMarksNothing()
+{
+    const ScratchHome home;
+    ShownBoard board;
+    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s), QJsonArray{}));
+    board.click("ModoLapiz");
+    board.pointer.drag({{500, 300}, {600, 400}});
+    auto *const stroke = board.only<FreeDrawItem>();
+    QVERIFY(stroke);
+
+    stroke->setColor(Qt::red);
+    board.settle();
+
+    QCOMPARE(board.name(), u"plan.vtrz"_s);
+}
+
+void TestBoardWindow::everySceneChangeIsRecorded()
+{
+    ShownBoard board;
+    board.window.captureSnapshot();
+
+    auto *const note = new StickyNoteItem;
+    board.scene.addItem(note);
+    board.settle();
+    note->setPos(500, 300);
+    board.settle();
+
+    board.window.undoMode();
+    QCOMPARE(board.only<StickyNoteItem>()->pos(), QPointF(0, 0));
+    board.window.undoMode();
+    QCOMPARE(board.count(), 0);
+}
+
+void TestBoardWindow::aNewSceneRectangleIsRecorded()
+{
+    ShownBoard board;
+    board.window.captureSnapshot();
+    board.scene.addItem(new StickyNoteItem);
+
+    // Unlike changed(), this signal comes at once.
+    board.scene.setSceneRect(0, 0, 800, 600);
+
+    board.window.undoMode();
+    QCOMPARE(board.count(), 0);
+}
+
+QTEST_MAIN(TestBoardWindow)
+#include "tst_boardwindow.moc"
