@@ -108,7 +108,10 @@ QRectF ResizablePixmapItem::boundingRect() const
 void ResizablePixmapItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
                                 QWidget *widget)
 {
-    QGraphicsPixmapItem::paint(painter, option, widget);
+    // Without the toolkit's dashed frame: the handles show the selection.
+    QStyleOptionGraphicsItem unselected(*option);
+    unselected.state.setFlag(QStyle::State_Selected, false);
+    QGraphicsPixmapItem::paint(painter, &unselected, widget);
     if (!isSelected())
         return;
     painter->setPen(Qt::blue);
