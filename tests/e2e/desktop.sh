@@ -1,0 +1,87 @@
+# shellcheck shell=bash
+# Sourced by the tests that lead the program through a real desktop: windows by their titles,
+# pointer and keys as a person uses them, screenshots, and checks.
+
+patience=200 # times a tenth of a second, for whatever the program has to do
+
+fail() {
+    printf 'FAILED: %s\n' "$*" >&2
+    import -window root "$shots/failed.png" || true
+    exit 1
+}
+
+# eventually <what> <command>...: waits until the command succeeds.
+eventually() {
+    local what=$1 i
+    shift
+    for ((i = 0; i < patience; ++i)); do
+        "$@" >/dev/null 2>&1 && return
+        sleep 0.1
+    done
+    fail "$what"
+}
+
+# The visible window whose whole title is the argument.
+find_window() { xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | tail -n 1; }
+is_shown() { [[ -n $(find_window "$1") ]]; }
+is_gone() { ! is_shown "$1"; }
+
+# on <title>: waits for the window; everything that follows happens in it.
+on() {
+    eventually "no window '$1'" is_shown "$1"
+    window=$(find_window "$1")
+    xdotool windowactivate --sync "$window" 2>/dev/null || true
+    sleep 0.3
+}
+has_title() { [[ $(xdotool getwindowname "$window") == "$1" ]]; }
+expect_title() { eventually "the title is not '$1'" has_title "$1"; }
+
+point() { xdotool mousemove --window "$window" "$1" "$2"; }
+# click <x> <y> [button]: in the window's pixels.
+click() {
+    point "$1" "$2"
+    sleep 0.1
+    xdotool click "${3:-1}"
+    sleep 0.3
+}
+# drag <x> <y> <x> <y>...: presses at the first point and releases at the last.
+drag() {
+    point "$1" "$2"
+    sleep 0.1
+    xdotool mousedown 1
+    while (($# >= 2)); do
+        point "$1" "$2"
+        sleep 0.08
+        shift 2
+    done
+    xdotool mouseup 1
+    sleep 0.3
+}
+keys() {
+    xdotool key --delay 80 "$@"
+    sleep 0.3
+}
+write() {
+    xdotool type --delay 30 "$1"
+    sleep 0.2
+}
+
+# shot <name>: a numbered picture of the window.
+shot_number=0
+shot() {
+    printf -v shot_file '%s/%02d-%s.png' "$shots" $((++shot_number)) "$1"
+    sleep 0.3
+    import -window root "$shot_file"
+    echo "  $(basename "$shot_file")"
+}
+
+# ink <x> <y> <width> <height>: how many dark pixels the window shows there.
+ink() {
+    import -window "$window" -crop "$3x$4+$1+$2" png:- \
+        | convert png:- -colorspace gray -threshold 50% -format '%[fx:int(w*h*(1-mean)+0.5)]' info:
+}
+has_ink() { (($(ink "$@") > 0)); }
+has_no_ink() { (($(ink "$@") == 0)); }
+
+# expect_json <file> <jq condition>
+expect_json() { jq -e "$2" "$1" >/dev/null || fail "in $1: $2"; }
