@@ -1,0 +1,224 @@
+#include "items/freedrawitem.h"
+
+#include "items/stickynoteitem.h"
+#include "tests/support/itemcanvas.h"
+#include "tests/support/itemfacts.h"
+
+#include <QGraphicsRectItem>
+#include <QPainterPath>
+#include <QPointer>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <algorithm>
+#include <functional>
+
+using namespace Qt::Literals::StringLiterals;
+
+class tst_FreeDrawItem : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void isAnObjectWithOneSignal();
+    void isFoundByItsBases();
+    void startsBlackTwoWideAndRound();
+    void startsEmptyAboveABareItem();
+    void takesAGraphicsParentOnly();
+    void cannotBeSelectedMovedOrFocused();
+
+    void everySetterTellsOnce_data();
+    void everySetterTellsOnce();
+    void colorAndWidthChangeNothingElseOfThePen();
+    void paintsWithItsColorAndWidth();
+    void settingThePathRepaintsEvenIfItStaysTheSame();
+
+    void nothingButTheSettersTells();
+    void geometryIsToldOnlyWithTheFlagThatStrokesLack();
+
+    void aClickNeitherSelectsNorMovesIt();
+    void aClickGoesThroughToWhatLiesBeneath();
+    void belongsToItsScene();
+};
+
+namespace {
+
+QPainterPath horizontal(qreal fromX, qreal toX, qreal y)
+{
+    QPainterPath path(QPointF(fromX, y));
+    path.lineTo(toX, y);
+    return path;
+}
+
+} // namespace
+
+void tst_FreeDrawItem::isAnObjectWithOneSignal()
+{
+    verifyOneSignal(FreeDrawItem::staticMetaObject, "FreeDrawItem", QObject::staticMetaObject);
+}
+
+void tst_FreeDrawItem::isFoundByItsBases()
+{
+    FreeDrawItem stroke;
+    verifyCasts<QGraphicsPathItem>(stroke, "FreeDrawItem", "QGraphicsPathItem");
+}
+
+void tst_FreeDrawItem::startsBlackTwoWideAndRound()
+{
+    const FreeDrawItem stroke;
+    const QPen pen = stroke.QGraphicsPathItem::pen();
+    QCOMPARE(pen, QPen(QBrush(Qt::black), 2.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    QCOMPARE(stroke.color(), QColor(Qt::black));
+}
+
+void tst_FreeDrawItem::startsEmptyAboveABareItem()
+{
+    const FreeDrawItem stroke;
+    QVERIFY(stroke.path().isEmpty());
+    QCOMPARE(stroke.zValue(), 1.0);
+    QVERIFY(stroke.zValue() > QGraphicsRectItem().zValue());
+}
+
+void tst_FreeDrawItem::takesAGraphicsParentOnly()
+{
+    QGraphicsRectItem sheet;
+    auto *const stroke = new FreeDrawItem(&sheet);
+    QCOMPARE(stroke->parentItem(), &sheet);
+    QCOMPARE(stroke->parent(), nullptr);
+    QCOMPARE(FreeDrawItem().parentItem(), nullptr);
+}
+
+void tst_FreeDrawItem::cannotBeSelectedMovedOrFocused()
+{
+    const FreeDrawItem stroke;
+    QCOMPARE(stroke.flags(), QGraphicsItem::GraphicsItemFlags());
+    QCOMPARE(stroke.acceptedMouseButtons(), Qt::NoButton);
+    QVERIFY(!stroke.acceptHoverEvents());
+}
+
+void tst_FreeDrawItem::everySetterTellsOnce_data()
+{
+    QTest::addColumn<std::function<void(FreeDrawItem &)>>("set");
+    using Set = std::function<void(FreeDrawItem &)>;
+    QTest::newRow("a new colour") << Set([](auto &stroke) { stroke.setColor(Qt::red); });
+    QTest::newRow("the same colour") << Set([](auto &stroke) { stroke.setColor(Qt::black); });
+    QTest::newRow("a new width") << Set([](auto &stroke) { stroke.setWidth(9); });
+    QTest::newRow("the same width") << Set([](auto &stroke) { stroke.setWidth(2); });
+    QTest::newRow("a new path") << Set([](auto &stroke) { stroke.setPath(horizontal(0, 9, 0)); });
+    QTest::newRow("the same path") << Set([](auto &stroke) { stroke.setPath(QPainterPath()); });
+}
+
+void tst_FreeDrawItem::everySetterTellsOnce()
+{
+    QFETCH(std::function<void(FreeDrawItem &)>, set);
+    FreeDrawItem stroke;
+    const QSignalSpy modified(&stroke, &FreeDrawItem::itemModified);
+    set(stroke);
+    QCOMPARE(modified.count(), 1);
+}
+
+void tst_FreeDrawItem::colorAndWidthChangeNothingElseOfThePen()
+{
+    FreeDrawItem stroke;
+    stroke.setColor(QColor(1, 2, 3, 4));
+    stroke.setWidth(7);
+    const QPen pen = stroke.QGraphicsPathItem::pen();
+    QCOMPARE(pen,
+             QPen(QBrush(QColor(1, 2, 3, 4)), 7.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    QCOMPARE(stroke.color(), QColor(1, 2, 3, 4));
+}
+
+void tst_FreeDrawItem::paintsWithItsColorAndWidth()
+{
+    ItemCanvas canvas;
+    auto *const stroke = canvas.add(new FreeDrawItem);
+    stroke->setPath(horizontal(100, 200, 100));
+    stroke->setColor(Qt::red);
+    stroke->setWidth(10);
+
+    const QImage picture = canvas.picture();
+    QCOMPARE(picture.pixelColor(150, 96), QColor(Qt::red));
+    QCOMPARE(picture.pixelColor(150, 103), QColor(Qt::red));
+    QCOMPARE(picture.pixelColor(150, 93), QColor(Qt::white));
+    QCOMPARE(picture.pixelColor(150, 106), QColor(Qt::white));
+    // The round ends reach half a width beyond the path.
+    QCOMPARE(picture.pixelColor(97, 100), QColor(Qt::red));
+    QCOMPARE(picture.pixelColor(95, 96), QColor(Qt::white));
+}
+
+void tst_FreeDrawItem::settingThePathRepaintsEvenIfItStaysTheSame()
+{
+    ItemCanvas canvas;
+    auto *const stroke = canvas.add(new FreeDrawItem);
+    stroke->setPath(horizontal(100, 200, 100));
+    QSignalSpy changed(&canvas.scene, &QGraphicsScene::changed);
+    QTRY_VERIFY(!changed.isEmpty());
+    changed.clear();
+
+    stroke->setPath(stroke->path());
+    QTRY_VERIFY(!changed.isEmpty());
+    const auto regions = changed.constFirst().constFirst().value<QList<QRectF>>();
+    QVERIFY(std::any_of(regions.cbegin(), regions.cend(), [&](const QRectF &region) {
+        return region.contains(stroke->sceneBoundingRect());
+    }));
+}
+
+void tst_FreeDrawItem::nothingButTheSettersTells()
+{
+    ItemCanvas canvas;
+    auto *const stroke = canvas.add(new FreeDrawItem);
+    const QSignalSpy modified(stroke, &FreeDrawItem::itemModified);
+    changeAllButGeometry(*stroke);
+    changeGeometry(*stroke);
+    QCOMPARE(modified.count(), 0);
+}
+
+void tst_FreeDrawItem::geometryIsToldOnlyWithTheFlagThatStrokesLack()
+{
+    FreeDrawItem stroke;
+    stroke.setFlag(QGraphicsItem::ItemSendsGeometryChanges);
+    const QSignalSpy modified(&stroke, &FreeDrawItem::itemModified);
+    changeGeometry(stroke);
+    QCOMPARE(modified.count(), 4);
+    QCOMPARE(stroke.pos(), QPointF(30, 40));
+}
+
+void tst_FreeDrawItem::aClickNeitherSelectsNorMovesIt()
+{
+    ItemCanvas canvas;
+    auto *const stroke = canvas.add(new FreeDrawItem);
+    stroke->setPath(horizontal(100, 200, 100));
+    stroke->setWidth(20);
+    QVERIFY(canvas.show());
+
+    canvas.pointer.drag({{150, 100}, {170, 130}, {200, 160}});
+    QVERIFY(!stroke->isSelected());
+    QVERIFY(!stroke->hasFocus());
+    QCOMPARE(stroke->pos(), QPointF());
+    QCOMPARE(canvas.scene.mouseGrabberItem(), nullptr);
+}
+
+void tst_FreeDrawItem::aClickGoesThroughToWhatLiesBeneath()
+{
+    ItemCanvas canvas;
+    auto *const note = canvas.add(new StickyNoteItem, {100, 100});
+    auto *const stroke = canvas.add(new FreeDrawItem);
+    stroke->setPath(horizontal(100, 400, 380));
+    stroke->setWidth(20);
+    QCOMPARE(canvas.scene.itemAt(QPointF(250, 380), {}), stroke);
+    QVERIFY(canvas.show());
+
+    canvas.pointer.click({250, 380});
+    QVERIFY(note->isSelected());
+}
+
+void tst_FreeDrawItem::belongsToItsScene()
+{
+    ItemCanvas canvas;
+    const QPointer<FreeDrawItem> stroke(canvas.add(new FreeDrawItem));
+    canvas.scene.clear();
+    QVERIFY(stroke.isNull());
+}
+
+QTEST_MAIN(tst_FreeDrawItem)
+#include "tst_freedrawitem.moc"
