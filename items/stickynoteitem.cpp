@@ -55,6 +55,9 @@ QMap<QString, StickyNoteItem::NoteColor> colorsByLabel()
 StickyNoteItem::StickyNoteItem(QGraphicsItem *parent)
     : QGraphicsObject(parent)
 {
+    // So that the type can be found by its name, too.
+    qRegisterMetaType<StickyNoteItem::NoteColor>();
+
     setFlag(ItemIsMovable);
     setFlag(ItemIsSelectable);
     setFlag(ItemIsFocusable);

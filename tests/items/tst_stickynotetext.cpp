@@ -1,0 +1,167 @@
+#include "items/stickynoteitem.h"
+
+#include "tests/support/noteoncanvas.h"
+
+#include <QClipboard>
+#include <QFont>
+#include <QGuiApplication>
+#include <QTest>
+#include <QTextCursor>
+
+#include <memory>
+
+using namespace Qt::Literals::StringLiterals;
+
+class tst_StickyNoteText : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void itsTextIsBlackTwelvePointAndWraps();
+    void anyTextIsTakenBeforeTheFirstFocus();
+    void theFirstFocusKeepsThePlaceholder();
+    void theFirstFocusLeavesALongTextUntilItIsEdited();
+    void afterTheFirstFocusALongerTextIsCut();
+    void threeHundredCharactersAreNotCut();
+    void pastingBeyondTheLimitCutsAtTheEnd();
+    void typingBeyondTheLimitCutsAtTheEnd();
+    void typingOnTheTextAloneIsNotLimited();
+    void aNoteWithoutItsTextItemHasNoText();
+};
+
+namespace {
+
+QString letters(int count)
+{
+    QString text;
+    for (int i = 0; i < count; ++i)
+        text += QChar(u'a' + i % 26);
+    return text;
+}
+
+} // namespace
+
+void tst_StickyNoteText::itsTextIsBlackTwelvePointAndWraps()
+{
+    const StickyNoteItem note;
+    QCOMPARE(note.childItems().size(), 1);
+    const auto *const text = textOf(note);
+    QVERIFY(text);
+    QCOMPARE(text->toPlainText(), u"Agregar texto..."_s);
+    QCOMPARE(text->defaultTextColor(), QColor(Qt::black));
+    QCOMPARE(text->font().family(), u"Segoe UI"_s);
+    QCOMPARE(text->font().pointSize(), 12);
+    QCOMPARE(text->font().weight(), QFont::Normal);
+    QVERIFY(!text->font().italic());
+    QCOMPARE(text->textWidth(), 280.0);
+    QCOMPARE(text->pos(), QPointF(10, 10));
+    QCOMPARE(text->textInteractionFlags(), Qt::TextEditorInteraction);
+}
+
+void tst_StickyNoteText::anyTextIsTakenBeforeTheFirstFocus()
+{
+    StickyNoteItem note;
+    note.setText(letters(500));
+    QCOMPARE(note.getText(), letters(500));
+}
+
+void tst_StickyNoteText::theFirstFocusKeepsThePlaceholder()
+{
+    NoteOnCanvas on;
+    QVERIFY(on.canvas.show());
+    on.canvas.pointer.click(on.onPaper());
+    QVERIFY(on.note->hasFocus());
+    QCOMPARE(on.note->getText(), u"Agregar texto..."_s);
+}
+
+void tst_StickyNoteText::theFirstFocusLeavesALongTextUntilItIsEdited()
+{
+    NoteOnCanvas on;
+    on.note->setText(letters(302).replace(10, 1, u"\n"_s));
+    QVERIFY(on.canvas.show());
+    on.canvas.pointer.click(on.onPaper());
+    QCOMPARE(on.note->getText().size(), 302);
+
+    on.canvas.pointer.click(on.onText());
+    on.canvas.press(Qt::Key_Delete);
+    QCOMPARE(on.note->getText().size(), 300);
+}
+
+void tst_StickyNoteText::afterTheFirstFocusALongerTextIsCut()
+{
+    NoteOnCanvas on;
+    QVERIFY(on.canvas.show());
+    on.canvas.pointer.click(on.onPaper());
+
+    on.note->setText(letters(500));
+    QCOMPARE(on.note->getText(), letters(300));
+    // The limit still stands after the cut.
+    on.note->setText(letters(301));
+    QCOMPARE(on.note->getText(), letters(300));
+}
+
+void tst_StickyNoteText::threeHundredCharactersAreNotCut()
+{
+    NoteOnCanvas on;
+    QVERIFY(on.canvas.show());
+    on.canvas.pointer.click(on.onPaper());
+    on.note->setText(letters(300));
+    QCOMPARE(on.note->getText(), letters(300));
+    QCOMPARE(textOf(*on.note)->textCursor().position(), 0);
+}
+
+void tst_StickyNoteText::pastingBeyondTheLimitCutsAtTheEnd()
+{
+    NoteOnCanvas on;
+    QVERIFY(on.canvas.show());
+    on.canvas.pointer.click(on.onPaper());
+    on.canvas.pointer.click(on.onText());
+    on.canvas.press(Qt::Key_A, Qt::ControlModifier);
+    QGuiApplication::clipboard()->setText(letters(1000));
+    on.canvas.press(Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(on.note->getText(), letters(300));
+    QCOMPARE(textOf(*on.note)->textCursor().position(), 300);
+}
+
+void tst_StickyNoteText::typingBeyondTheLimitCutsAtTheEnd()
+{
+    NoteOnCanvas on;
+    QVERIFY(on.canvas.show());
+    on.canvas.pointer.click(on.onPaper());
+    on.note->setText(letters(299));
+    on.canvas.pointer.click(on.onText());
+    QTRY_VERIFY(textOf(*on.note)->hasFocus());
+
+    on.canvas.press(Qt::Key_Home, Qt::ControlModifier);
+    on.canvas.type(u"XYZ"_s);
+    // "X" fills the note; "Y" pushes its last letter out and the cursor to the end, where there
+    // is no room for "Z".
+    QCOMPARE(on.note->getText(), u"XY"_s + letters(298));
+    QCOMPARE(textOf(*on.note)->textCursor().position(), 300);
+}
+
+void tst_StickyNoteText::typingOnTheTextAloneIsNotLimited()
+{
+    // The limit waits for the paper's own focus, which a click on the text does not give it.
+    NoteOnCanvas on;
+    on.note->setText(letters(300));
+    QVERIFY(on.canvas.show());
+    on.canvas.pointer.click(on.onText());
+    QTRY_VERIFY(textOf(*on.note)->hasFocus());
+    on.canvas.press(Qt::Key_End, Qt::ControlModifier);
+    on.canvas.type(u"XYZ"_s);
+    QCOMPARE(on.note->getText(), letters(300) + u"XYZ"_s);
+}
+
+void tst_StickyNoteText::aNoteWithoutItsTextItemHasNoText()
+{
+    StickyNoteItem note;
+    std::unique_ptr<QGraphicsTextItem>(textOf(note)).reset();
+
+    note.setText(u"nada"_s);
+    QTest::ignoreMessage(QtDebugMsg, "[ERROR] textItem es nullptr en getText()");
+    QCOMPARE(note.getText(), QString());
+}
+
+QTEST_MAIN(tst_StickyNoteText)
+#include "tst_stickynotetext.moc"
