@@ -14,8 +14,8 @@
 template <typename Dialog> class ModalAnswer : public QObject
 {
 public:
-    explicit ModalAnswer(std::function<void(Dialog &)> action)
-        : action(std::move(action))
+    explicit ModalAnswer(std::function<void(Dialog &)> answer)
+        : action(std::move(answer))
     {
         connect(&timer, &QTimer::timeout, this, &ModalAnswer::look);
         timer.start(pollInterval);
