@@ -1,0 +1,158 @@
+#include "items/arrowlineitem.h"
+
+#include "tests/support/itemcanvas.h"
+#include "tests/support/menuanswer.h"
+
+#include <QPointer>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::Literals::StringLiterals;
+
+class tst_ArrowLineMenu : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void listsColorsThenWidths();
+    void marksNothing();
+    void opensWhereTheMouseIs();
+
+    void choosingAnEntryChangesThePen_data();
+    void choosingAnEntryChangesThePen();
+    void colorAndWidthAddUp();
+    void aPenFromElsewhereIsReplaced();
+    void escapeChangesNothing();
+    void theArrowMayGoWhileTheMenuIsOpen();
+};
+
+namespace {
+
+constexpr QPointF onLine{150, 100};
+
+struct ArrowOnCanvas
+{
+    ItemCanvas canvas;
+    ArrowLineItem *arrow = canvas.add(new ArrowLineItem({100, 100}, {300, 100}));
+
+    /// Right-clicks the arrow; the menu must be answered by a MenuAnswer.
+    void askForMenu() { canvas.pointer.click(onLine, Qt::RightButton); }
+
+    /// Chooses the entry \a label and tells whether the menu came.
+    bool choose(const QString &label)
+    {
+        const MenuAnswer menu(label);
+        askForMenu();
+        return menu.seen();
+    }
+
+    QPen pen() const { return arrow->QGraphicsLineItem::pen(); }
+};
+
+QPen roundPen(const QColor &color, qreal width)
+{
+    return {QBrush(color), width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
+}
+
+} // namespace
+
+void tst_ArrowLineMenu::listsColorsThenWidths()
+{
+    ArrowOnCanvas on;
+    QVERIFY(on.canvas.show());
+    const MenuAnswer menu;
+    on.askForMenu();
+    QCOMPARE(menu.texts(),
+             QStringList({u"Negro"_s, u"Rojo"_s, u"Azul"_s, u"Verde"_s, u"---"_s, u"Delgado"_s,
+                          u"Medio"_s, u"Grueso"_s}));
+}
+
+void tst_ArrowLineMenu::marksNothing()
+{
+    ArrowOnCanvas on;
+    QVERIFY(on.canvas.show());
+    const MenuAnswer menu;
+    on.askForMenu();
+    QCOMPARE(menu.entries().size(), 8);
+    for (const auto &entry : menu.entries())
+        QCOMPARE(entry, (MenuEntry{entry.text, entry.separator}));
+}
+
+void tst_ArrowLineMenu::opensWhereTheMouseIs()
+{
+    ArrowOnCanvas on;
+    QVERIFY(on.canvas.show());
+    const MenuAnswer menu;
+    on.askForMenu();
+    QCOMPARE(menu.place(), on.canvas.window.mapToGlobal(on.canvas.pointer.windowPoint(onLine)));
+}
+
+void tst_ArrowLineMenu::choosingAnEntryChangesThePen_data()
+{
+    QTest::addColumn<QString>("label");
+    QTest::addColumn<QPen>("pen");
+    // From a grey arrow, 7 units wide.
+    QTest::newRow("black") << u"Negro"_s << roundPen(Qt::black, 7);
+    QTest::newRow("red") << u"Rojo"_s << roundPen(QColor(0xFF0000), 7);
+    QTest::newRow("blue") << u"Azul"_s << roundPen(QColor(0x0000FF), 7);
+    QTest::newRow("dark green") << u"Verde"_s << roundPen(QColor(0x008000), 7);
+    QTest::newRow("thin") << u"Delgado"_s << roundPen(Qt::gray, 2);
+    QTest::newRow("medium") << u"Medio"_s << roundPen(Qt::gray, 5);
+    QTest::newRow("thick") << u"Grueso"_s << roundPen(Qt::gray, 9);
+}
+
+void tst_ArrowLineMenu::choosingAnEntryChangesThePen()
+{
+    QFETCH(QString, label);
+    QFETCH(QPen, pen);
+    ArrowOnCanvas on;
+    on.arrow->setColor(Qt::gray);
+    on.arrow->setWidth(7);
+    QVERIFY(on.canvas.show());
+    const QSignalSpy modified(on.arrow, &ArrowLineItem::itemModified);
+
+    QVERIFY(on.choose(label));
+    QCOMPARE(on.pen(), pen);
+    QCOMPARE(modified.count(), 0);
+}
+
+void tst_ArrowLineMenu::colorAndWidthAddUp()
+{
+    ArrowOnCanvas on;
+    QVERIFY(on.canvas.show());
+    QVERIFY(on.choose(u"Verde"_s));
+    QVERIFY(on.choose(u"Grueso"_s));
+    QCOMPARE(on.pen(), roundPen(Qt::darkGreen, 9));
+}
+
+void tst_ArrowLineMenu::aPenFromElsewhereIsReplaced()
+{
+    ArrowOnCanvas on;
+    on.arrow->setPen(QPen(Qt::red, 5));
+    QVERIFY(on.canvas.show());
+    QVERIFY(on.choose(u"Azul"_s));
+    QCOMPARE(on.pen(), roundPen(Qt::blue, 2));
+}
+
+void tst_ArrowLineMenu::escapeChangesNothing()
+{
+    ArrowOnCanvas on;
+    on.arrow->setPen(QPen(Qt::red, 5));
+    QVERIFY(on.canvas.show());
+    QVERIFY(on.choose({}));
+    QCOMPARE(on.pen(), QPen(Qt::red, 5));
+}
+
+void tst_ArrowLineMenu::theArrowMayGoWhileTheMenuIsOpen()
+{
+    ArrowOnCanvas on;
+    QVERIFY(on.canvas.show());
+    const QPointer<ArrowLineItem> arrow(on.arrow);
+    const MenuAnswer menu(u"Rojo"_s, [&] { on.canvas.scene.clear(); });
+    on.askForMenu();
+    QVERIFY(menu.seen());
+    QVERIFY(arrow.isNull());
+}
+
+QTEST_MAIN(tst_ArrowLineMenu)
+#include "tst_arrowlinemenu.moc"
