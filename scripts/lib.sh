@@ -13,7 +13,7 @@ declare -A packages=(
 # The same where there is no apt: the commands that have to be here.
 declare -A commands=(
     [build]="cmake ninja c++"
-    [display]="Xvfb xauth openbox xdotool xprop import jq"
+    [display]="xvfb-run openbox xdotool xprop convert jq"
     [lint]="clang-format clang-tidy"
     [test]="openssl"
 )
