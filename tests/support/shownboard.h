@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QGraphicsItem>
 #include <QLabel>
+#include <QMouseEvent>
 
 #include <algorithm>
 
@@ -45,6 +46,23 @@ public:
     {
         for (; *text; ++text)
             QTest::keyClick(window.windowHandle(), *text);
+    }
+
+    /// Sends the view itself a mouse event, also at a place between its pixels. Unlike an event of
+    /// the pointer it does not let the scene tell its changes.
+    void send(QEvent::Type type, QPointF viewPoint, Qt::MouseButton button,
+              Qt::MouseButtons buttons)
+    {
+        QMouseEvent event(type, viewPoint, view.mapToGlobal(viewPoint), button, buttons, {});
+        QCoreApplication::sendEvent(&view, &event);
+    }
+    /// A drag in straight succession: of it only what the gesture itself records is recorded.
+    void quickDrag(QPointF from, QPointF to)
+    {
+        send(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
+        if (to != from)
+            send(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton);
+        send(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
     }
 
     /// Lets the scene tell what has changed on it, which it does from the event loop.

@@ -1,0 +1,401 @@
+#include "items/arrowlineitem.h"
+#include "items/freedrawitem.h"
+#include "items/stickynoteitem.h"
+#include "tests/support/shownboard.h"
+
+#include <QPen>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::Literals::StringLiterals;
+
+// Drawing with the pointer: strokes, notes and lines.
+
+namespace {
+
+const QString cursorTitle = u"Orvane Plumara - Modo Pizarra"_s;
+
+QPainterPath pathThrough(const QList<QPointF> &points)
+{
+    QPainterPath path(points.constFirst());
+    for (const auto &point : points.sliced(1))
+        path.lineTo(point);
+    return path;
+}
+
+} // namespace
+
+class TestCanvasInput : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void thePenStartsAThinBlackStroke();
+    void thePenDrawsThroughEveryPointItIsMovedTo();
+    void thePenDrawsOnWhateverButtonsAreHeld();
+    void everyMoveOfThePenModifiesItsStroke();
+    void liftingThePenRecordsTheStrokeAndEndsTheMode();
+    void aPenClickLeavesAnEmptyStroke();
+    void anotherButtonDoesNotLiftThePen();
+
+    void aClickInNoteModeAddsAYellowNoteThere();
+    void theNoteModeStaysOn();
+    void aNewNoteIsNeitherSelectedNorHoldsTheMouse();
+    void aNoteIsRecordedWhenTheSceneTells();
+    void aClickOnANoteAddsNoOther();
+
+    void aLineStartsAsAPoint();
+    void aLineFollowsThePointer();
+    void lettingALineGoRecordsItAndEndsTheMode();
+    void aLineEndsWhereTheButtonIsReleased();
+    void aFinishedLineCanBeSelectedAndMoved();
+    void aLineClickLeavesALineOfNoLength();
+
+    void placesBetweenPixelsAreRounded_data();
+    void placesBetweenPixelsAreRounded();
+    void placesFollowTheScrolledView();
+    void movesAndReleasesWithoutAPressDoNothing_data();
+    void movesAndReleasesWithoutAPressDoNothing();
+    void drawingLeavesTheBoardsNameAlone();
+};
+
+void TestCanvasInput::thePenStartsAThinBlackStroke()
+{
+    ShownBoard board;
+    board.click("ModoLapiz");
+
+    board.pointer.press({500, 300});
+
+    const auto *const stroke = board.only<FreeDrawItem>();
+    QVERIFY(stroke);
+    QCOMPARE(stroke->color(), QColor(Qt::black));
+    QCOMPARE(static_cast<const QGraphicsPathItem *>(stroke)->pen().width(), 2);
+    QCOMPARE(stroke->zValue(), 1.0);
+    QCOMPARE(stroke->pos(), QPointF(0, 0));
+    QVERIFY(!stroke->parentItem());
+    QVERIFY(!stroke->parent());
+    // The press alone gives the stroke no path yet.
+    QVERIFY(stroke->path().isEmpty());
+    QCOMPARE(board.count(), 1);
+    QCOMPARE(QWidget::mouseGrabber(), &board.view);
+}
+
+void TestCanvasInput::thePenDrawsThroughEveryPointItIsMovedTo()
+{
+    ShownBoard board;
+    board.click("ModoLapiz");
+
+    board.pointer.press({500, 300});
+    const auto *const stroke = board.only<FreeDrawItem>();
+    board.pointer.move({520, 310});
+    QCOMPARE(stroke->path(), pathThrough({{500, 300}, {520, 310}}));
+    board.pointer.move({540, 290});
+    QCOMPARE(stroke->path(), pathThrough({{500, 300}, {520, 310}, {540, 290}}));
+    // The release adds no point of its own.
+    board.send(QEvent::MouseButtonRelease, {600, 400}, Qt::LeftButton, Qt::NoButton);
+    QCOMPARE(stroke->path(), pathThrough({{500, 300}, {520, 310}, {540, 290}}));
+}
+
+void TestCanvasInput::thePenDrawsOnWhateverButtonsAreHeld()
+{
+    ShownBoard board;
+    board.click("ModoLapiz");
+    board.pointer.press({500, 300});
+
+    board.send(QEvent::MouseMove, {520, 310}, Qt::NoButton, Qt::NoButton);
+    board.send(QEvent::MouseMove, {540, 290}, Qt::NoButton, Qt::RightButton);
+
+    QCOMPARE(board.only<FreeDrawItem>()->path(), pathThrough({{500, 300}, {520, 310}, {540, 290}}));
+}
+
+void TestCanvasInput::everyMoveOfThePenModifiesItsStroke()
+{
+    ShownBoard board;
+    board.click("ModoLapiz");
+    board.pointer.press({500, 300});
+    const QSignalSpy modified(board.only<FreeDrawItem>(), &FreeDrawItem::itemModified);
+
+    board.pointer.move({520, 310});
+    board.pointer.move({540, 290});
+    board.pointer.release({540, 290});
+
+    QCOMPARE(modified.size(), 2);
+}
+
+void TestCanvasInput::liftingThePenRecordsTheStrokeAndEndsTheMode()
+{
+    ShownBoard board;
+    board.window.captureSnapshot();
+    board.click("ModoLapiz");
+
+    board.quickDrag({500, 300}, {520, 310});
+
+    QVERIFY(!QWidget::mouseGrabber());
+    QCOMPARE(board.window.windowTitle(), cursorTitle);
+    QCOMPARE(board.count(), 1);
+    board.window.undoMode();
+    QCOMPARE(board.count(), 0);
+    board.window.redoMode();
+    QCOMPARE(board.only<FreeDrawItem>()->path(), pathThrough({{500, 300}, {520, 310}}));
+}
+
+void TestCanvasInput::aPenClickLeavesAnEmptyStroke()
+{
+    ShownBoard board;
+    board.window.captureSnapshot();
+    board.click("ModoLapiz");
+
+    board.quickDrag({500, 300}, {500, 300});
+
+    QVERIFY(board.only<FreeDrawItem>());
+    QVERIFY(board.only<FreeDrawItem>()->path().isEmpty());
+    QCOMPARE(board.window.windowTitle(), cursorTitle);
+    board.window.undoMode();
+    QCOMPARE(board.count(), 0);
+}
+
+void TestCanvasInput::anotherButtonDoesNotLiftThePen()
+{
+    ShownBoard board;
+    board.click("ModoLapiz");
+    board.pointer.press({500, 300});
+
+    board.send(QEvent::MouseButtonRelease, {520, 310}, Qt::RightButton, Qt::LeftButton);
+    QCOMPARE(QWidget::mouseGrabber(), &board.view);
+    board.pointer.move({540, 290});
+
+    QCOMPARE(board.only<FreeDrawItem>()->path(), pathThrough({{500, 300}, {540, 290}}));
+}
+
+void TestCanvasInput::aClickInNoteModeAddsAYellowNoteThere()
+{
+    ShownBoard board;
+    board.click("ModoPostIt");
+
+    board.pointer.click({500, 300});
+
+    const auto *const note = board.only<StickyNoteItem>();
+    QVERIFY(note);
+    QCOMPARE(note->pos(), QPointF(500, 300));
+    QCOMPARE(note->noteColor(), StickyNoteItem::Yellow);
+    QCOMPARE(note->getText(), u"Agregar texto..."_s);
+    QCOMPARE(note->zValue(), 1.0);
+    QVERIFY(!note->parentItem());
+    QVERIFY(!note->parent());
+}
+
+void TestCanvasInput::theNoteModeStaysOn()
+{
+    ShownBoard board;
+    board.click("ModoPostIt");
+
+    board.pointer.click({100, 100});
+    board.pointer.click({500, 100});
+    board.pointer.click({900, 100});
+
+    QCOMPARE(board.all<StickyNoteItem>().size(), 3);
+    QCOMPARE(board.all<StickyNoteItem>().constFirst()->pos(), QPointF(900, 100));
+    QCOMPARE(board.window.windowTitle(), u"Orvane Plumara - Modo PostIt de cuadro de texto"_s);
+    board.click("ModoCursor");
+    board.pointer.click({100, 500});
+    QCOMPARE(board.count(), 3);
+}
+
+void TestCanvasInput::aNewNoteIsNeitherSelectedNorHoldsTheMouse()
+{
+    ShownBoard board;
+    board.click("ModoPostIt");
+
+    board.pointer.press({500, 300});
+
+    QVERIFY(!QWidget::mouseGrabber());
+    QVERIFY(board.scene.selectedItems().isEmpty());
+    // The note was not pressed, only made: it does not follow the pointer.
+    board.pointer.move({600, 400});
+    board.pointer.release({600, 400});
+    QCOMPARE(board.only<StickyNoteItem>()->pos(), QPointF(500, 300));
+}
+
+void TestCanvasInput::aNoteIsRecordedWhenTheSceneTells()
+{
+    ShownBoard board;
+    board.window.captureSnapshot();
+    board.click("ModoPostIt");
+    board.quickDrag({500, 300}, {500, 300});
+
+    board.window.undoMode();
+    QCOMPARE(board.count(), 1);
+    board.settle();
+    board.window.undoMode();
+    QCOMPARE(board.count(), 0);
+}
+
+void TestCanvasInput::aClickOnANoteAddsNoOther()
+{
+    ShownBoard board;
+    board.click("ModoPostIt");
+    board.pointer.click({500, 300});
+
+    board.pointer.click({505, 595});
+
+    QVERIFY(board.only<StickyNoteItem>());
+    QVERIFY(board.only<StickyNoteItem>()->isSelected());
+}
+
+void TestCanvasInput::aLineStartsAsAPoint()
+{
+    ShownBoard board;
+    board.click("ModoLinea");
+
+    board.pointer.press({500, 300});
+
+    const auto *const arrow = board.only<ArrowLineItem>();
+    QVERIFY(arrow);
+    QCOMPARE(arrow->line(), QLineF(500, 300, 500, 300));
+    QCOMPARE(arrow->zValue(), 2.0);
+    const QPen pen = static_cast<const QGraphicsLineItem *>(arrow)->pen();
+    QCOMPARE(pen.color(), QColor(Qt::black));
+    QCOMPARE(pen.width(), 2);
+    QVERIFY(!arrow->parentItem());
+    QVERIFY(!arrow->parent());
+    QCOMPARE(QWidget::mouseGrabber(), &board.view);
+}
+
+void TestCanvasInput::aLineFollowsThePointer()
+{
+    ShownBoard board;
+    board.click("ModoLinea");
+    board.pointer.press({500, 300});
+
+    board.pointer.move({600, 350});
+    QCOMPARE(board.only<ArrowLineItem>()->line(), QLineF(500, 300, 600, 350));
+    // Whatever buttons are held.
+    board.send(QEvent::MouseMove, {400, 200}, Qt::NoButton, Qt::NoButton);
+    QCOMPARE(board.only<ArrowLineItem>()->line(), QLineF(500, 300, 400, 200));
+}
+
+void TestCanvasInput::lettingALineGoRecordsItAndEndsTheMode()
+{
+    ShownBoard board;
+    board.window.captureSnapshot();
+    board.click("ModoLinea");
+
+    board.quickDrag({500, 300}, {600, 350});
+
+    QVERIFY(!QWidget::mouseGrabber());
+    QCOMPARE(board.window.windowTitle(), cursorTitle);
+    board.window.undoMode();
+    QCOMPARE(board.count(), 0);
+    board.window.redoMode();
+    QCOMPARE(board.only<ArrowLineItem>()->line(), QLineF(500, 300, 600, 350));
+}
+
+void TestCanvasInput::aLineEndsWhereTheButtonIsReleased()
+{
+    ShownBoard board;
+    board.click("ModoLinea");
+
+    board.pointer.press({500, 300});
+    board.send(QEvent::MouseButtonRelease, {700, 400}, Qt::LeftButton, Qt::NoButton);
+
+    QCOMPARE(board.only<ArrowLineItem>()->line(), QLineF(500, 300, 700, 400));
+}
+
+void TestCanvasInput::aFinishedLineCanBeSelectedAndMoved()
+{
+    ShownBoard board;
+    board.click("ModoLinea");
+    board.pointer.drag({{500, 300}, {700, 300}});
+    auto *const arrow = board.only<ArrowLineItem>();
+    QVERIFY(
+        arrow->flags().testFlags(QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable));
+
+    board.pointer.drag({{600, 300}, {610, 310}, {620, 320}});
+
+    QVERIFY(arrow->isSelected());
+    QVERIFY(arrow->pos().x() > 0);
+    QCOMPARE(board.count(), 1);
+}
+
+void TestCanvasInput::aLineClickLeavesALineOfNoLength()
+{
+    ShownBoard board;
+    board.window.captureSnapshot();
+    board.click("ModoLinea");
+
+    board.quickDrag({500, 300}, {500, 300});
+
+    QCOMPARE(board.only<ArrowLineItem>()->line(), QLineF(500, 300, 500, 300));
+    QCOMPARE(board.window.windowTitle(), cursorTitle);
+    board.window.undoMode();
+    QCOMPARE(board.count(), 0);
+}
+
+void TestCanvasInput::placesBetweenPixelsAreRounded_data()
+{
+    QTest::addColumn<QPointF>("place");
+    QTest::addColumn<QPointF>("pixel");
+    QTest::newRow("below the half") << QPointF(300.4, 200.49) << QPointF(300, 200);
+    QTest::newRow("at the half") << QPointF(300.5, 200.5) << QPointF(301, 201);
+    QTest::newRow("above the half") << QPointF(300.6, 200.51) << QPointF(301, 201);
+    // A held mouse reports places outside of the view too.
+    QTest::newRow("negative half") << QPointF(-0.5, -3.5) << QPointF(-1, -4);
+}
+
+void TestCanvasInput::placesBetweenPixelsAreRounded()
+{
+    QFETCH(const QPointF, place);
+    ShownBoard board;
+    board.click("ModoPostIt");
+
+    board.send(QEvent::MouseButtonPress, place, Qt::LeftButton, Qt::LeftButton);
+
+    QTEST(board.only<StickyNoteItem>()->pos(), "pixel");
+}
+
+void TestCanvasInput::placesFollowTheScrolledView()
+{
+    ShownBoard board;
+    board.view.centerOn(1920, 1080);
+    const QPointF corner = board.view.mapToScene(0, 0);
+    QVERIFY(corner.x() > 0 && corner.y() > 0);
+    board.click("ModoPostIt");
+
+    QTest::mouseClick(board.window.windowHandle(), Qt::LeftButton, {}, {400, 300});
+
+    QCOMPARE(board.only<StickyNoteItem>()->pos(), corner + QPointF(400, 300));
+}
+
+void TestCanvasInput::movesAndReleasesWithoutAPressDoNothing_data()
+{
+    QTest::addColumn<QString>("title");
+    QTest::newRow("ModoLapiz") << u"Orvane Plumara - Modo Lápiz"_s;
+    QTest::newRow("ModoLinea") << u"Orvane Plumara - Modo Linea"_s;
+    QTest::newRow("ModoPostIt") << u"Orvane Plumara - Modo PostIt de cuadro de texto"_s;
+}
+
+void TestCanvasInput::movesAndReleasesWithoutAPressDoNothing()
+{
+    ShownBoard board;
+    board.click(QTest::currentDataTag());
+
+    board.send(QEvent::MouseMove, {500, 300}, Qt::NoButton, Qt::LeftButton);
+    board.send(QEvent::MouseButtonRelease, {500, 300}, Qt::LeftButton, Qt::NoButton);
+
+    QCOMPARE(board.count(), 0);
+    QTEST(board.window.windowTitle(), "title");
+}
+
+void TestCanvasInput::drawingLeavesTheBoardsNameAlone()
+{
+    ShownBoard board;
+    board.click("ModoLapiz");
+    board.pointer.drag({{500, 300}, {600, 400}});
+    board.click("ModoLinea");
+    board.pointer.drag({{500, 500}, {600, 600}});
+
+    QCOMPARE(board.name(), u"Pizarra1.vrtz"_s);
+}
+
+QTEST_MAIN(TestCanvasInput)
+#include "tst_canvasinput.moc"

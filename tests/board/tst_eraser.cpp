@@ -1,0 +1,328 @@
+#include "items/arrowlineitem.h"
+#include "items/freedrawitem.h"
+#include "items/resizablepixmapitem.h"
+#include "items/stickynoteitem.h"
+#include "tests/support/boardfiles.h"
+#include "tests/support/scratchhome.h"
+#include "tests/support/shownboard.h"
+
+#include <QTest>
+
+using namespace Qt::Literals::StringLiterals;
+
+// The eraser: a click erases what lies under it, a drag what its rectangle touches.
+
+namespace {
+
+FreeDrawItem *addStroke(ShownBoard &board, QPointF from, QPointF to)
+{
+    QPainterPath path(from);
+    path.lineTo(to);
+    auto *const stroke = new FreeDrawItem;
+    stroke->setPath(path);
+    board.scene.addItem(stroke);
+    return stroke;
+}
+
+} // namespace
+
+class TestEraser : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aPressErasesNothingYet();
+    void aClickErasesTheStrokeUnderIt();
+    void aClickErasesEverythingUnderIt();
+    void aClickOnEmptyCanvasErasesNothing();
+    void anyClickEndsTheMode();
+    void aDragErasesEveryKindOfItemItTouches();
+    void aDragLeavesOtherItemsAlone();
+    void aDragErasesWhileItMoves();
+    void whatADragHasErasedStaysErased();
+    void aDragUpOrLeftErasesWhatTheToolkitAnswers_data();
+    void aDragUpOrLeftErasesWhatTheToolkitAnswers();
+    void aDragAlongOneAxisErasesNothing();
+    void aDragThatEndsWhereItBeganErasesThere();
+    void aDragThatEndsElsewhereErasesNothingThere();
+    void movingWithoutTheLeftButtonErasesNothing();
+    void aReleaseNeedsNoPressBefore();
+    void erasingMarksTheBoardBeforeTheRelease();
+    void erasingNothingMarksNothing();
+    void aWholeDragIsOneStepOfTheHistory();
+};
+
+void TestEraser::aPressErasesNothingYet()
+{
+    ShownBoard board;
+    addStroke(board, {500, 300}, {600, 300});
+    board.click("ModoBorrador");
+
+    board.pointer.press({550, 300});
+
+    QCOMPARE(board.count(), 1);
+    QCOMPARE(QWidget::mouseGrabber(), &board.view);
+}
+
+void TestEraser::aClickErasesTheStrokeUnderIt()
+{
+    ShownBoard board;
+    addStroke(board, {500, 300}, {600, 300});
+    auto *const other = addStroke(board, {500, 400}, {600, 400});
+    board.click("ModoBorrador");
+
+    board.pointer.click({550, 300});
+
+    QCOMPARE(board.only<FreeDrawItem>(), other);
+}
+
+void TestEraser::aClickErasesEverythingUnderIt()
+{
+    ShownBoard board;
+    addStroke(board, {500, 300}, {600, 300});
+    addStroke(board, {550, 250}, {550, 350});
+    // An arrow that takes no mouse buttons lets the press through like a stroke.
+    auto *const arrow = new ArrowLineItem({500, 250}, {600, 350});
+    arrow->setAcceptedMouseButtons(Qt::NoButton);
+    board.scene.addItem(arrow);
+    board.click("ModoBorrador");
+
+    board.pointer.click({550, 300});
+
+    QCOMPARE(board.count(), 0);
+}
+
+void TestEraser::aClickOnEmptyCanvasErasesNothing()
+{
+    ShownBoard board;
+    addStroke(board, {500, 300}, {600, 300});
+    board.click("ModoBorrador");
+
+    board.pointer.click({550, 320});
+
+    QCOMPARE(board.count(), 1);
+}
+
+void TestEraser::anyClickEndsTheMode()
+{
+    ShownBoard board;
+    board.click("ModoBorrador");
+
+    board.pointer.click({550, 320});
+
+    QCOMPARE(board.window.windowTitle(), u"Orvane Plumara - Modo Pizarra"_s);
+    QVERIFY(!QWidget::mouseGrabber());
+}
+
+void TestEraser::aDragErasesEveryKindOfItemItTouches()
+{
+    ShownBoard board;
+    auto *const note = new StickyNoteItem;
+    note->setPos(300, 200);
+    board.scene.addItem(note);
+    board.scene.addItem(new ArrowLineItem({620, 250}, {700, 300}));
+    QPixmap pixmap(40, 40);
+    pixmap.fill(Qt::green);
+    auto *const image = new ResizablePixmapItem(pixmap);
+    image->setPos(720, 250);
+    board.scene.addItem(image);
+    board.scene.addPixmap(pixmap)->setPos(780, 250);
+    addStroke(board, {850, 250}, {900, 300});
+    auto *const outside = addStroke(board, {100, 550}, {200, 600});
+    board.click("ModoBorrador");
+
+    board.pointer.drag({{100, 150}, {950, 350}});
+
+    QCOMPARE(board.only<FreeDrawItem>(), outside);
+    QCOMPARE(board.count(), 1);
+}
+
+void TestEraser::aDragLeavesOtherItemsAlone()
+{
+    ShownBoard board;
+    board.scene.addRect(300, 200, 50, 50);
+    board.scene.addText(u"Texto"_s)->setPos(400, 200);
+    board.click("ModoBorrador");
+
+    board.pointer.drag({{200, 150}, {600, 400}});
+
+    QCOMPARE(board.count(), 2);
+}
+
+void TestEraser::aDragErasesWhileItMoves()
+{
+    ShownBoard board;
+    addStroke(board, {300, 300}, {350, 350});
+    addStroke(board, {500, 300}, {550, 350});
+    board.click("ModoBorrador");
+    board.pointer.press({200, 200});
+
+    board.pointer.move({320, 320});
+    QCOMPARE(board.count(), 1);
+    board.pointer.move({520, 320});
+    QCOMPARE(board.count(), 0);
+    board.pointer.release({520, 320});
+}
+
+void TestEraser::whatADragHasErasedStaysErased()
+{
+    ShownBoard board;
+    addStroke(board, {500, 300}, {550, 350});
+    board.click("ModoBorrador");
+
+    board.pointer.drag({{200, 200}, {520, 320}, {210, 210}});
+
+    QCOMPARE(board.count(), 0);
+}
+
+void TestEraser::aDragUpOrLeftErasesWhatTheToolkitAnswers_data()
+{
+    QTest::addColumn<QPointF>("from");
+    QTest::addColumn<QPointF>("to");
+    QTest::newRow("up and left") << QPointF(650, 400) << QPointF(250, 150);
+    QTest::newRow("left") << QPointF(650, 150) << QPointF(250, 400);
+    QTest::newRow("up") << QPointF(250, 400) << QPointF(650, 150);
+}
+
+void TestEraser::aDragUpOrLeftErasesWhatTheToolkitAnswers()
+{
+    QFETCH(const QPointF, from);
+    QFETCH(const QPointF, to);
+    ShownBoard board;
+    // The toolkit answers a rectangle of negative size with some of these strokes only.
+    addStroke(board, {500, 300}, {600, 300});
+    addStroke(board, {450, 250}, {450, 350});
+    addStroke(board, {300, 200}, {320, 220});
+    addStroke(board, {700, 500}, {720, 520});
+    const QRectF swept(from, QSizeF(to.x() - from.x(), to.y() - from.y()));
+    QList<QGraphicsItem *> expected = board.scene.items();
+    const auto answer = board.scene.items(swept, Qt::IntersectsItemShape, Qt::DescendingOrder);
+    for (auto *const item : answer)
+        expected.removeOne(item);
+    board.click("ModoBorrador");
+
+    board.quickDrag(from, to);
+
+    QCOMPARE(board.scene.items(), expected);
+}
+
+void TestEraser::aDragAlongOneAxisErasesNothing()
+{
+    ShownBoard board;
+    addStroke(board, {500, 250}, {500, 350});
+    board.click("ModoBorrador");
+
+    // A rectangle without height touches nothing.
+    board.quickDrag({400, 300}, {600, 300});
+
+    QCOMPARE(board.count(), 1);
+}
+
+void TestEraser::aDragThatEndsWhereItBeganErasesThere()
+{
+    ShownBoard board;
+    addStroke(board, {500, 250}, {500, 350});
+    board.click("ModoBorrador");
+    board.pointer.press({500, 300});
+
+    board.pointer.move({600, 300});
+    board.pointer.move({500, 300});
+    QCOMPARE(board.count(), 1);
+    board.pointer.release({500, 300});
+
+    QCOMPARE(board.count(), 0);
+}
+
+void TestEraser::aDragThatEndsElsewhereErasesNothingThere()
+{
+    ShownBoard board;
+    addStroke(board, {500, 250}, {500, 350});
+    board.click("ModoBorrador");
+
+    board.pointer.drag({{400, 300}, {500, 300}});
+
+    QCOMPARE(board.count(), 1);
+    QCOMPARE(board.window.windowTitle(), u"Orvane Plumara - Modo Pizarra"_s);
+}
+
+void TestEraser::movingWithoutTheLeftButtonErasesNothing()
+{
+    ShownBoard board;
+    addStroke(board, {500, 300}, {600, 350});
+    board.click("ModoBorrador");
+    board.pointer.press({200, 200});
+
+    board.send(QEvent::MouseMove, {700, 400}, Qt::NoButton, Qt::NoButton);
+    board.send(QEvent::MouseMove, {700, 400}, Qt::NoButton, Qt::RightButton);
+    QCOMPARE(board.count(), 1);
+    board.send(QEvent::MouseMove, {700, 400}, Qt::NoButton, Qt::LeftButton | Qt::RightButton);
+    QCOMPARE(board.count(), 0);
+}
+
+void TestEraser::aReleaseNeedsNoPressBefore()
+{
+    ShownBoard board;
+    addStroke(board, {500, 300}, {600, 300});
+    board.click("ModoBorrador");
+    board.pointer.click({550, 400});
+    board.click("ModoBorrador");
+
+    // The place of the press before last counts still.
+    auto *const stroke = addStroke(board, {500, 400}, {600, 400});
+    board.send(QEvent::MouseButtonRelease, {550, 300}, Qt::LeftButton, Qt::NoButton);
+    QCOMPARE(board.count(), 2);
+    QCOMPARE(board.window.windowTitle(), u"Orvane Plumara - Modo Pizarra"_s);
+    board.click("ModoBorrador");
+    board.send(QEvent::MouseButtonRelease, {550, 400}, Qt::LeftButton, Qt::NoButton);
+    QVERIFY(!board.scene.items().contains(stroke));
+    QCOMPARE(board.count(), 1);
+}
+
+void TestEraser::erasingMarksTheBoardBeforeTheRelease()
+{
+    const ScratchHome home;
+    ShownBoard board;
+    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s),
+                                            QJsonArray{BoardFile::stroke(500, 300, 600, 350)}));
+    board.click("ModoBorrador");
+    board.pointer.press({400, 200});
+    QCOMPARE(board.name(), u"plan.vtrz"_s);
+
+    board.pointer.move({700, 400});
+
+    QCOMPARE(board.name(), u"plan.vtrz* (Sin guardar)"_s);
+}
+
+void TestEraser::erasingNothingMarksNothing()
+{
+    const ScratchHome home;
+    ShownBoard board;
+    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s),
+                                            QJsonArray{BoardFile::stroke(500, 300, 600, 350)}));
+    board.click("ModoBorrador");
+
+    board.pointer.drag({{700, 400}, {800, 500}});
+
+    QCOMPARE(board.name(), u"plan.vtrz"_s);
+}
+
+void TestEraser::aWholeDragIsOneStepOfTheHistory()
+{
+    ShownBoard board;
+    addStroke(board, {300, 300}, {350, 350});
+    board.scene.addItem(new ArrowLineItem({500, 300}, {550, 350}));
+    board.window.captureSnapshot();
+    board.click("ModoBorrador");
+
+    board.send(QEvent::MouseButtonPress, {200, 200}, Qt::LeftButton, Qt::LeftButton);
+    board.send(QEvent::MouseMove, {320, 320}, Qt::NoButton, Qt::LeftButton);
+    board.send(QEvent::MouseMove, {520, 320}, Qt::NoButton, Qt::LeftButton);
+    QCOMPARE(board.count(), 0);
+    board.send(QEvent::MouseButtonRelease, {520, 320}, Qt::LeftButton, Qt::NoButton);
+
+    board.window.undoMode();
+    QCOMPARE(board.count(), 2);
+}
+
+QTEST_MAIN(TestEraser)
+#include "tst_eraser.moc"
