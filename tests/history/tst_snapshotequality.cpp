@@ -1,0 +1,354 @@
+#include "history/boardsnapshot.h"
+
+#include "items/arrowlineitem.h"
+#include "items/freedrawitem.h"
+#include "items/resizablepixmapitem.h"
+#include "items/stickynoteitem.h"
+
+#include <QGraphicsScene>
+#include <QImage>
+#include <QPainterPath>
+#include <QPixmap>
+#include <QTest>
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::Literals::StringLiterals;
+
+using Stroke = std::pair<QPainterPath, QColor>;
+
+class tst_SnapshotEquality : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void twoEmptyBoardsAreEqual();
+    void twoSnapshotsOfOneBoardAreEqual();
+    void theNumberOfItemsCounts();
+    void theOrderCounts();
+    void theKindCounts_data();
+    void theKindCounts();
+
+    void placesAreComparedWithATolerance_data();
+    void placesAreComparedWithATolerance();
+    void endPointsAreComparedWithATolerance_data();
+    void endPointsAreComparedWithATolerance();
+
+    void strokesAreTheirPathAndColor_data();
+    void strokesAreTheirPathAndColor();
+    void notesAreTheirColor();
+    void imagesAreTheirPixels_data();
+    void imagesAreTheirPixels();
+    void valuesOfUnknownKindsDoNotCount();
+
+    void whatIsLostOnPurposeDoesNotCount();
+    void theRebuiltBoardIsEqual();
+    void itemsAtOneHeightComeBackInReverse();
+    void fiveThousandStrokesComeBackEqual();
+};
+
+namespace {
+
+/// Whether two boards with one item each are equal, whichever of them is the newer one.
+bool equal(const ItemState &a, const ItemState &b)
+{
+    const bool answer = snapshotsEqual({a}, {b});
+    return snapshotsEqual({b}, {a}) == answer && answer;
+}
+bool different(const ItemState &a, const ItemState &b)
+{
+    return !snapshotsEqual({a}, {b}) && !snapshotsEqual({b}, {a});
+}
+
+QPainterPath path(const QList<QPointF> &points)
+{
+    QPainterPath made(points.constFirst());
+    for (const auto &point : points.sliced(1))
+        made.lineTo(point);
+    return made;
+}
+
+QPixmap plain(int width, int height, QRgb color)
+{
+    QImage image(width, height, QImage::Format_ARGB32);
+    image.fill(color);
+    return QPixmap::fromImage(image);
+}
+
+/// Fills the empty \a scene as undo does it.
+void rebuild(QGraphicsScene &scene, const BoardSnapshot &snapshot)
+{
+    for (const auto &state : snapshot) {
+        if (auto *const item = restoreItem(state))
+            scene.addItem(item);
+    }
+}
+
+void addToleranceRows()
+{
+    QTest::addColumn<qreal>("first");
+    QTest::addColumn<qreal>("second");
+    QTest::addColumn<bool>("same");
+    QTest::newRow("the same") << 120.5 << 120.5 << true;
+    QTest::newRow("a hair apart") << 100.0 << 100.0 + 5e-11 << true;
+    QTest::newRow("more than a hair apart") << 100.0 << 100.0 + 2e-10 << false;
+    QTest::newRow("zero and a hair") << 0.0 << 9e-13 << true;
+    QTest::newRow("zero and more than a hair") << 0.0 << 2e-12 << false;
+    QTest::newRow("both tiny, far apart in ratio") << 1e-13 << 2e-13 << false;
+    QTest::newRow("a pixel apart") << 100.0 << 101.0 << false;
+    QTest::newRow("opposite signs") << 100.0 << -100.0 << false;
+}
+
+} // namespace
+
+void tst_SnapshotEquality::twoEmptyBoardsAreEqual()
+{
+    QVERIFY(snapshotsEqual({}, {}));
+}
+
+void tst_SnapshotEquality::twoSnapshotsOfOneBoardAreEqual()
+{
+    QGraphicsScene scene;
+    scene.addItem(new StickyNoteItem);
+    scene.addItem(new ArrowLineItem({0, 0}, {5, 5}));
+    scene.addItem(new ResizablePixmapItem(plain(5, 5, 0xFF112233)));
+    scene.addItem(new FreeDrawItem);
+    QVERIFY(snapshotsEqual(takeSnapshot(scene), takeSnapshot(scene)));
+}
+
+void tst_SnapshotEquality::theNumberOfItemsCounts()
+{
+    const ItemState note{u"StickyNote"_s, {}, QVariant::fromValue(StickyNoteItem::Red)};
+    QVERIFY(!snapshotsEqual({note}, {}));
+    QVERIFY(!snapshotsEqual({}, {note}));
+    QVERIFY(!snapshotsEqual({note, note}, {note}));
+    QVERIFY(!snapshotsEqual({note}, {note, note}));
+    QVERIFY(snapshotsEqual({note, note}, {note, note}));
+}
+
+void tst_SnapshotEquality::theOrderCounts()
+{
+    const ItemState red{u"StickyNote"_s, {}, QVariant::fromValue(StickyNoteItem::Red)};
+    const ItemState grey{u"StickyNote"_s, {}, QVariant::fromValue(StickyNoteItem::Grey)};
+    QVERIFY(snapshotsEqual({red, grey}, {red, grey}));
+    QVERIFY(!snapshotsEqual({red, grey}, {grey, red}));
+}
+
+void tst_SnapshotEquality::theKindCounts_data()
+{
+    QTest::addColumn<QString>("first");
+    QTest::addColumn<QString>("second");
+    QTest::newRow("another kind") << u"ArrowLine"_s << u"FreeDraw"_s;
+    QTest::newRow("another case") << u"ArrowLine"_s << u"arrowline"_s;
+    QTest::newRow("unknown kinds") << u"uno"_s << u"dos"_s;
+}
+
+void tst_SnapshotEquality::theKindCounts()
+{
+    QFETCH(QString, first);
+    QFETCH(QString, second);
+    QVERIFY(different({first, {}, QLineF()}, {second, {}, QLineF()}));
+}
+
+void tst_SnapshotEquality::placesAreComparedWithATolerance_data()
+{
+    addToleranceRows();
+}
+
+void tst_SnapshotEquality::placesAreComparedWithATolerance()
+{
+    QFETCH(qreal, first);
+    QFETCH(qreal, second);
+    QFETCH(bool, same);
+    const auto at = [](qreal x, qreal y) { return ItemState{u"StickyNote"_s, {x, y}, 0}; };
+    QCOMPARE(equal(at(first, 7), at(second, 7)), same);
+    QCOMPARE(equal(at(7, first), at(7, second)), same);
+    QCOMPARE(different(at(first, 7), at(second, 7)), !same);
+}
+
+void tst_SnapshotEquality::endPointsAreComparedWithATolerance_data()
+{
+    addToleranceRows();
+}
+
+void tst_SnapshotEquality::endPointsAreComparedWithATolerance()
+{
+    QFETCH(qreal, first);
+    QFETCH(qreal, second);
+    QFETCH(bool, same);
+    const auto arrow = [](const QLineF &line) { return ItemState{u"ArrowLine"_s, {}, line}; };
+    QCOMPARE(equal(arrow({first, 1, 2, 3}), arrow({second, 1, 2, 3})), same);
+    QCOMPARE(equal(arrow({1, first, 2, 3}), arrow({1, second, 2, 3})), same);
+    QCOMPARE(equal(arrow({1, 2, first, 3}), arrow({1, 2, second, 3})), same);
+    QCOMPARE(equal(arrow({1, 2, 3, first}), arrow({1, 2, 3, second})), same);
+}
+
+void tst_SnapshotEquality::strokesAreTheirPathAndColor_data()
+{
+    QTest::addColumn<QPainterPath>("changedPath");
+    QTest::addColumn<QColor>("changedColor");
+    QTest::addColumn<bool>("same");
+
+    const QPainterPath same = path({{0, 0}, {10, 0}, {10, 10}, {0, 10}});
+    QPainterPath curve({0, 0});
+    curve.cubicTo({10, 0}, {10, 10}, {0, 10});
+    QTest::newRow("the same") << same << QColor(Qt::red) << true;
+    QTest::newRow("another point")
+        << path({{0, 0}, {10, 0}, {10, 11}, {0, 10}}) << QColor(Qt::red) << false;
+    QTest::newRow("a point less") << path({{0, 0}, {10, 0}, {10, 10}}) << QColor(Qt::red) << false;
+    QTest::newRow("no point") << QPainterPath() << QColor(Qt::red) << false;
+    QTest::newRow("a curve through the same points") << curve << QColor(Qt::red) << false;
+    QTest::newRow("another colour") << same << QColor(Qt::blue) << false;
+    QTest::newRow("another transparency") << same << QColor(255, 0, 0, 128) << false;
+    QTest::newRow("no colour") << same << QColor() << false;
+}
+
+void tst_SnapshotEquality::strokesAreTheirPathAndColor()
+{
+    QFETCH(QPainterPath, changedPath);
+    QFETCH(QColor, changedColor);
+    QFETCH(bool, same);
+    const Stroke before(path({{0, 0}, {10, 0}, {10, 10}, {0, 10}}), Qt::red);
+    const Stroke after(changedPath, changedColor);
+    const ItemState first{u"FreeDraw"_s, {}, QVariant::fromValue(before)};
+    const ItemState second{u"FreeDraw"_s, {}, QVariant::fromValue(after)};
+    QCOMPARE(equal(first, second), same);
+    QCOMPARE(different(first, second), !same);
+}
+
+void tst_SnapshotEquality::notesAreTheirColor()
+{
+    for (int first = 0; first < 7; ++first) {
+        for (int second = 0; second < 7; ++second) {
+            const auto note = [](int color) {
+                const auto value = static_cast<StickyNoteItem::NoteColor>(color);
+                return ItemState{u"StickyNote"_s, {1, 1}, QVariant::fromValue(value)};
+            };
+            QCOMPARE(equal(note(first), note(second)), first == second);
+        }
+    }
+}
+
+void tst_SnapshotEquality::imagesAreTheirPixels_data()
+{
+    QTest::addColumn<QPixmap>("first");
+    QTest::addColumn<QPixmap>("second");
+    QTest::addColumn<bool>("same");
+
+    const QPixmap red = plain(4, 3, 0xFFFF0000);
+    QImage almost = red.toImage();
+    almost.setPixelColor(3, 2, QColor(255, 0, 1));
+    QTest::newRow("the same pixmap") << red << red << true;
+    QTest::newRow("another pixmap of the same pixels") << red << red.copy() << true;
+    QTest::newRow("one pixel differs") << red << QPixmap::fromImage(almost) << false;
+    QTest::newRow("another size") << red << plain(3, 4, 0xFFFF0000) << false;
+    QTest::newRow("a part of it") << red << plain(4, 2, 0xFFFF0000) << false;
+    QTest::newRow("another transparency") << red << plain(4, 3, 0x80FF0000) << false;
+    QTest::newRow("one is empty") << red << QPixmap() << false;
+    QTest::newRow("both are empty") << QPixmap() << QPixmap() << true;
+}
+
+void tst_SnapshotEquality::imagesAreTheirPixels()
+{
+    QFETCH(QPixmap, first);
+    QFETCH(QPixmap, second);
+    QFETCH(bool, same);
+    QCOMPARE(equal({u"Pixmap"_s, {}, first}, {u"Pixmap"_s, {}, second}), same);
+    QCOMPARE(different({u"Pixmap"_s, {}, first}, {u"Pixmap"_s, {}, second}), !same);
+}
+
+void tst_SnapshotEquality::valuesOfUnknownKindsDoNotCount()
+{
+    QVERIFY(equal({u"Ellipse"_s, {1, 2}, 3}, {u"Ellipse"_s, {1, 2}, u"otro"_s}));
+    QVERIFY(different({u"Ellipse"_s, {1, 2}, 3}, {u"Ellipse"_s, {2, 2}, 3}));
+}
+
+void tst_SnapshotEquality::whatIsLostOnPurposeDoesNotCount()
+{
+    QGraphicsScene scene;
+    auto *const stroke = new FreeDrawItem;
+    stroke->setPath(path({{0, 0}, {10, 10}}));
+    auto *const note = new StickyNoteItem;
+    auto *const arrow = new ArrowLineItem({0, 0}, {50, 50});
+    note->setZValue(0.5);
+    scene.addItem(stroke);
+    scene.addItem(note);
+    scene.addItem(arrow);
+    const auto before = takeSnapshot(scene);
+
+    stroke->setWidth(9);
+    note->setText(u"Comprar pan"_s);
+    note->setSelected(true);
+    note->setZValue(0.75);
+    note->setRotation(30);
+    arrow->setColor(Qt::red);
+    arrow->setWidth(9);
+    arrow->setVisible(false);
+    QVERIFY(snapshotsEqual(takeSnapshot(scene), before));
+
+    note->setNoteColor(StickyNoteItem::Red);
+    QVERIFY(!snapshotsEqual(takeSnapshot(scene), before));
+}
+
+void tst_SnapshotEquality::theRebuiltBoardIsEqual()
+{
+    QGraphicsScene scene;
+    auto *const stroke = new FreeDrawItem;
+    stroke->setPath(path({{0, 0}, {10.25, 1.0 / 3}}));
+    stroke->setColor(Qt::darkGreen);
+    scene.addItem(stroke);
+    scene.addItem(new ArrowLineItem({0.1, 0.2}, {50, 50}));
+    auto *const image = new ResizablePixmapItem(plain(20, 30, 0x40123456));
+    image->setPos(-7.5, 1e6);
+    scene.addItem(image);
+    const auto before = takeSnapshot(scene);
+    QCOMPARE(before.size(), 3);
+
+    scene.clear();
+    rebuild(scene, before);
+    QVERIFY(snapshotsEqual(takeSnapshot(scene), before));
+}
+
+void tst_SnapshotEquality::itemsAtOneHeightComeBackInReverse()
+{
+    QGraphicsScene scene;
+    scene.addItem(new ArrowLineItem({0, 0}, {50, 0}));
+    scene.addItem(new ArrowLineItem({0, 0}, {0, 50}));
+    const auto before = takeSnapshot(scene);
+
+    scene.clear();
+    rebuild(scene, before);
+    const auto after = takeSnapshot(scene);
+    QVERIFY(!snapshotsEqual(after, before));
+    QVERIFY(snapshotsEqual({after.at(1), after.at(0)}, before));
+}
+
+void tst_SnapshotEquality::fiveThousandStrokesComeBackEqual()
+{
+    constexpr int count = 5000;
+    QGraphicsScene scene;
+    for (int i = 0; i < count; ++i) {
+        auto *const stroke = new FreeDrawItem;
+        const qreal x = i / 7.0;
+        stroke->setPath(path({{x, 0}, {x + 1, 20}, {x + 2, (i % 13) / 2.0}, {x + 3, 40}}));
+        stroke->setColor(QColor::fromRgb(static_cast<QRgb>(i)));
+        scene.addItem(stroke);
+    }
+    const auto before = takeSnapshot(scene);
+    QCOMPARE(before.size(), count);
+
+    QGraphicsScene rebuilt;
+    rebuild(rebuilt, before);
+    auto after = takeSnapshot(rebuilt);
+    QCOMPARE(after.size(), count);
+    // All restored strokes share one height, and what was added last lies on top.
+    std::reverse(after.begin(), after.end());
+    QVERIFY(snapshotsEqual(after, before));
+
+    std::swap(after[2500], after[2501]);
+    QVERIFY(!snapshotsEqual(after, before));
+}
+
+QTEST_MAIN(tst_SnapshotEquality)
+#include "tst_snapshotequality.moc"
