@@ -110,6 +110,7 @@ private:
     void layOutPresentation();
     void showReminder();
     void fadeReminder(int duration, qreal from, qreal to);
+    void setFrameless(bool frameless);
     void setSizeHints(const QSize &smallest, const QSize &largest);
 
     // closing.cpp

@@ -47,12 +47,21 @@ void BoardWindow::keyPressEvent(QKeyEvent *event)
 void BoardWindow::startPresentation()
 {
     presenting = true;
-    setWindowFlag(Qt::FramelessWindowHint, true);
-    winId();
+    setFrameless(true);
     setSizeHints({}, {QWIDGETSIZE_MAX, QWIDGETSIZE_MAX});
     showFullScreen();
     layOutPresentation();
     showReminder();
+}
+
+/// Changes the frame and gives the window a new native window. Changing the frame hides the window;
+/// if the old native window were shown again at once, the window manager might only then come
+/// round to the hiding and with it forget that the full screen was asked for.
+void BoardWindow::setFrameless(bool frameless)
+{
+    setWindowFlag(Qt::FramelessWindowHint, frameless);
+    destroy();
+    create();
 }
 
 /// Opens or closes the size that the window manager lets the window have, while the widget keeps
@@ -124,9 +133,8 @@ void BoardWindow::stopPresentation()
 {
     presenting = false;
     ui->AdviseFS->hide();
-    setWindowFlag(Qt::FramelessWindowHint, false);
+    setFrameless(false);
     showNormal();
-    setSizeHints(minimumSize(), maximumSize());
     resize(BoardGeometry::window);
     const QRect screen = QGuiApplication::primaryScreen()->geometry();
     move((screen.left() + screen.right()) / 2 - (width() - 1) / 2,
