@@ -1,0 +1,168 @@
+// How the work that grows with the board compares, in the same run, with the part of it that
+// cannot be avoided. What counts are the ratios at the end; the times before them depend on the
+// machine.
+
+#include "bench/largeboard.h"
+#include "history/boardsnapshot.h"
+#include "storage/boarddocument.h"
+
+#include <QApplication>
+#include <QGraphicsItem>
+#include <QGraphicsScene>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <map>
+#include <string>
+#include <utility>
+
+namespace {
+
+constexpr int strokeCount = 5000;
+constexpr int pointCount = 40;
+
+QGraphicsScene &board()
+{
+    static auto *const scene = [] {
+        auto *const filled = new QGraphicsScene(0, 0, 1920, 1080, qApp);
+        addStrokes(*filled, strokeCount, pointCount);
+        return filled;
+    }();
+    return *scene;
+}
+
+QByteArray boardFile()
+{
+    return QJsonDocument(buildBoardDocument(board())).toJson(QJsonDocument::Indented);
+}
+
+// The same board, whose paths share nothing with those in the scene.
+BoardSnapshot unsharedSnapshot()
+{
+    BoardSnapshot snapshot = takeSnapshot(board());
+    for (auto &state : snapshot) {
+        auto stroke = state.data.value<std::pair<QPainterPath, QColor>>();
+        stroke.first.setElementPositionAt(0, stroke.first.elementAt(0).x,
+                                          stroke.first.elementAt(0).y);
+        state.data = QVariant::fromValue(stroke);
+    }
+    return snapshot;
+}
+
+void listItems(benchmark::State &state)
+{
+    for (auto _ : state)
+        benchmark::DoNotOptimize(board().items());
+}
+
+void takeSnapshots(benchmark::State &state)
+{
+    for (auto _ : state)
+        benchmark::DoNotOptimize(takeSnapshot(board()));
+}
+
+void compareUnchanged(benchmark::State &state)
+{
+    const BoardSnapshot top = takeSnapshot(board());
+    const BoardSnapshot newer = takeSnapshot(board());
+    for (auto _ : state)
+        benchmark::DoNotOptimize(snapshotsEqual(newer, top));
+}
+
+void comparePointByPoint(benchmark::State &state)
+{
+    const BoardSnapshot top = takeSnapshot(board());
+    const BoardSnapshot newer = unsharedSnapshot();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(snapshotsEqual(newer, top));
+}
+
+void writeJson(benchmark::State &state)
+{
+    const QJsonDocument document(buildBoardDocument(board()));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(document.toJson(QJsonDocument::Indented));
+}
+
+void saveBoard(benchmark::State &state)
+{
+    for (auto _ : state)
+        benchmark::DoNotOptimize(boardFile());
+}
+
+void parseJson(benchmark::State &state)
+{
+    const QByteArray file = boardFile();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(QJsonDocument::fromJson(file));
+}
+
+void openBoard(benchmark::State &state)
+{
+    const QByteArray file = boardFile();
+    for (auto _ : state) {
+        QGraphicsScene scene(0, 0, 1920, 1080);
+        const auto elements = QJsonDocument::fromJson(file).object()[u"items"].toArray();
+        for (const auto &element : elements)
+            scene.addItem(itemFromElement(element.toObject()).release());
+    }
+}
+
+/// Prints as usual and keeps the times for the ratios.
+class RatioReporter : public benchmark::ConsoleReporter
+{
+public:
+    void ReportRuns(const std::vector<Run> &runs) override
+    {
+        ConsoleReporter::ReportRuns(runs);
+        for (const auto &run : runs)
+            times[run.benchmark_name()] = run.GetAdjustedCPUTime();
+    }
+
+    void printRatio(const char *what, const std::string &name, const std::string &base) const
+    {
+        const auto time = times.find(name);
+        const auto known = times.find(base);
+        if (time != times.end() && known != times.end())
+            std::printf("%-56s %6.2f\n", what, time->second / known->second);
+    }
+
+private:
+    std::map<std::string, double> times;
+};
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication app(argc, argv);
+    const std::pair<const char *, void (*)(benchmark::State &)> benchmarks[] = {
+        {"list items", listItems},
+        {"take a snapshot", takeSnapshots},
+        {"compare unchanged", compareUnchanged},
+        {"compare point by point", comparePointByPoint},
+        {"write JSON", writeJson},
+        {"save", saveBoard},
+        {"parse JSON", parseJson},
+        {"open", openBoard},
+    };
+    for (const auto &[name, function] : benchmarks)
+        benchmark::RegisterBenchmark(name, function)->Unit(benchmark::kMillisecond);
+    benchmark::Initialize(&argc, argv);
+
+    RatioReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+
+    std::printf("\nA board of %d strokes of %d points; times as multiples:\n", strokeCount,
+                pointCount);
+    reporter.printRatio("taking a snapshot / listing the scene's items", "take a snapshot",
+                        "list items");
+    reporter.printRatio("comparing an unchanged board / point by point", "compare unchanged",
+                        "compare point by point");
+    reporter.printRatio("saving a board / writing its JSON", "save", "write JSON");
+    reporter.printRatio("opening a board / parsing its JSON", "open", "parse JSON");
+}

@@ -1,0 +1,6 @@
+#pragma once
+
+class QGraphicsScene;
+
+/// Fills \a scene with \a count strokes of \a points points each, the same ones at every call.
+void addStrokes(QGraphicsScene &scene, int count, int points);
