@@ -1,0 +1,281 @@
+#include "items/freedrawitem.h"
+#include "items/stickynoteitem.h"
+#include "tests/support/boardfiles.h"
+#include "tests/support/filedialoganswer.h"
+#include "tests/support/limits.h"
+#include "tests/support/messagebox.h"
+#include "tests/support/scratchhome.h"
+#include "tests/support/shownboard.h"
+
+#include <QTest>
+
+using namespace Qt::Literals::StringLiterals;
+
+// Saving and opening when the disk or the permissions are against it.
+
+namespace {
+
+const QString cannotOpen = u"No se pudo guardar el archivo."_s;
+const QString cannotWrite = u"Error al escribir en el archivo."_s;
+
+/// Opens a board with one note from the file \a path.
+void open(ShownBoard &board, const QString &path)
+{
+    board.window.loadBoard(BoardFile::write(path, QJsonArray{BoardFile::note(500, 300)}));
+}
+
+/// Saves and returns the text of the warning that must come.
+QString warningOfSave(ShownBoard &board)
+{
+    const BoxAnswer warning(u"OK"_s);
+    board.window.saveBoard();
+    return warning.box().text;
+}
+
+/// A board whose file is larger than any buffer on the way.
+QJsonArray manyStrokes()
+{
+    QJsonArray items;
+    for (int i = 0; i < 1000; ++i)
+        items << BoardFile::stroke(i, 10, i + 5, 20);
+    return items;
+}
+
+} // namespace
+
+class TestSaveFailures : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theWarningIsOneOfTheProgram_data();
+    void theWarningIsOneOfTheProgram();
+    void aVanishedFolderIsReported();
+    void aFolderInTheFilesPlaceIsReported();
+    void aFileThatMayNotBeWrittenIsReportedAndUntouched();
+    void aNewNameThatCannotBeWrittenIsNotAdopted_data();
+    void aNewNameThatCannotBeWrittenIsNotAdopted();
+    void aFileThatMayNotBeReadIsReported();
+
+    void aFullDiskIsReported();
+    void aFullDiskLeavesTheBoardUnsavedAndBound();
+    void aFullDiskDoesNotAdoptTheNewName();
+    void aFailedWriteLeavesAnEmptyFile();
+    void aWriteThatStopsHalfwayCountsAsSaved();
+};
+
+void TestSaveFailures::theWarningIsOneOfTheProgram_data()
+{
+    QTest::addColumn<QString>("place");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("cannot open") << u"/nonexistent/plan.vtrz"_s << cannotOpen;
+    QTest::newRow("cannot write") << u"/dev/full"_s << cannotWrite;
+}
+
+void TestSaveFailures::theWarningIsOneOfTheProgram()
+{
+    QFETCH(const QString, place);
+    const ScratchHome home;
+    ShownBoard board;
+    open(board, home.path(u"plan.vtrz"_s));
+    QVERIFY(QFile::remove(home.path(u"plan.vtrz"_s)));
+    QVERIFY(QFile::link(place, home.path(u"plan.vtrz"_s)));
+    const BoxAnswer warning(u"OK"_s);
+
+    board.window.saveBoard();
+
+    QVERIFY(warning.seen());
+    QCOMPARE(warning.box().title, u"Error"_s);
+    QTEST(warning.box().text, "text");
+    QCOMPARE(warning.box().icon, QMessageBox::Warning);
+    QCOMPARE(warning.box().buttons, QStringList{u"OK"_s});
+    QCOMPARE(warning.box().parent, &board.window);
+}
+
+void TestSaveFailures::aVanishedFolderIsReported()
+{
+    const ScratchHome home;
+    QVERIFY(QDir(home.path()).mkdir(u"lejos"_s));
+    ShownBoard board;
+    open(board, home.path(u"lejos/plan.vtrz"_s));
+    board.window.setUnsaved(true);
+    QVERIFY(QDir(home.path(u"lejos"_s)).removeRecursively());
+
+    QCOMPARE(warningOfSave(board), cannotOpen);
+
+    QVERIFY(!QFile::exists(home.path(u"lejos"_s)));
+    QCOMPARE(board.name(), u"plan.vtrz* (Sin guardar)"_s);
+    QCOMPARE(board.count(), 1);
+    // Still bound: with the folder back, the board is saved there.
+    QVERIFY(QDir(home.path()).mkdir(u"lejos"_s));
+    board.window.saveBoard();
+    QCOMPARE(BoardFile::items(home.path(u"lejos/plan.vtrz"_s)).size(), 1);
+    QCOMPARE(board.name(), u"plan.vtrz"_s);
+}
+
+void TestSaveFailures::aFolderInTheFilesPlaceIsReported()
+{
+    const ScratchHome home;
+    ShownBoard board;
+    open(board, home.path(u"plan.vtrz"_s));
+    QVERIFY(QFile::remove(home.path(u"plan.vtrz"_s)));
+    QVERIFY(QDir(home.path()).mkdir(u"plan.vtrz"_s));
+
+    QCOMPARE(warningOfSave(board), cannotOpen);
+
+    QVERIFY(QFileInfo(home.path(u"plan.vtrz"_s)).isDir());
+}
+
+void TestSaveFailures::aFileThatMayNotBeWrittenIsReportedAndUntouched()
+{
+    const ReachableFolder folder;
+    const QString path = folder.path(u"plan.vtrz"_s);
+    ShownBoard board;
+    open(board, path);
+    const QByteArray before = BoardFile::bytes(path);
+    board.scene.addItem(new StickyNoteItem);
+    board.window.setUnsaved(true);
+    QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+
+    const OrdinaryUser user;
+    QCOMPARE(warningOfSave(board), cannotOpen);
+
+    QCOMPARE(BoardFile::bytes(path), before);
+    QCOMPARE(board.name(), u"plan.vtrz* (Sin guardar)"_s);
+}
+
+void TestSaveFailures::aNewNameThatCannotBeWrittenIsNotAdopted_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::newRow("in no folder") << u"no/existe/otro"_s;
+    QTest::newRow("a folder's") << u"carpeta"_s;
+}
+
+void TestSaveFailures::aNewNameThatCannotBeWrittenIsNotAdopted()
+{
+    QFETCH(const QString, typed);
+    const ScratchHome home;
+    QVERIFY(QDir(home.path()).mkdir(u"carpeta.vtrz"_s));
+    ShownBoard board;
+    open(board, home.path(u"plan.vtrz"_s));
+    board.window.setUnsaved(true);
+    const FileDialogAnswer dialog(home.path(typed));
+    const BoxAnswer warning(u"OK"_s);
+
+    board.click("GuardarComo");
+
+    QVERIFY(dialog.seen());
+    QCOMPARE(warning.box().text, cannotOpen);
+    QCOMPARE(board.name(), u"plan.vtrz* (Sin guardar)"_s);
+}
+
+void TestSaveFailures::aFileThatMayNotBeReadIsReported()
+{
+    const ReachableFolder folder;
+    const QString path = BoardFile::write(folder.path(u"plan.vtrz"_s), "{}");
+    ShownBoard board;
+    board.scene.addItem(new StickyNoteItem);
+    QVERIFY(QFile::setPermissions(path, {}));
+    const BoxAnswer warning(u"OK"_s);
+
+    const OrdinaryUser user;
+    board.window.loadBoard(path);
+
+    QCOMPARE(warning.box().text, u"No se pudo abrir el archivo."_s);
+    QCOMPARE(board.count(), 1);
+    QCOMPARE(board.name(), u"Pizarra1.vrtz"_s);
+}
+
+void TestSaveFailures::aFullDiskIsReported()
+{
+    const ScratchHome home;
+    ShownBoard board;
+    const QString path = home.path(u"plan.vtrz"_s);
+    // More than fits into the file's buffer.
+    board.window.loadBoard(BoardFile::write(path, manyStrokes()));
+    QVERIFY(QFile::remove(path));
+    QVERIFY(QFile::link(u"/dev/full"_s, path));
+
+    QCOMPARE(warningOfSave(board), cannotWrite);
+}
+
+void TestSaveFailures::aFullDiskLeavesTheBoardUnsavedAndBound()
+{
+    const ScratchHome home;
+    ShownBoard board;
+    const QString path = home.path(u"plan.vtrz"_s);
+    open(board, path);
+    board.window.setUnsaved(true);
+    QVERIFY(QFile::remove(path));
+    QVERIFY(QFile::link(u"/dev/full"_s, path));
+
+    QCOMPARE(warningOfSave(board), cannotWrite);
+    QCOMPARE(board.name(), u"plan.vtrz* (Sin guardar)"_s);
+    QCOMPARE(board.count(), 1);
+
+    // With room again, the board is saved to the same file.
+    QVERIFY(QFile::remove(path));
+    board.window.saveBoard();
+    QCOMPARE(BoardFile::items(path).size(), 1);
+    QCOMPARE(board.name(), u"plan.vtrz"_s);
+}
+
+void TestSaveFailures::aFullDiskDoesNotAdoptTheNewName()
+{
+    const ScratchHome home;
+    QVERIFY(QFile::link(u"/dev/full"_s, home.path(u"otro.vtrz"_s)));
+    ShownBoard board;
+    board.scene.addItem(new StickyNoteItem);
+    const FileDialogAnswer dialog(u"otro"_s);
+    const BoxAnswer warning(u"OK"_s);
+
+    board.click("GuardarComo");
+
+    QVERIFY(dialog.seen());
+    QCOMPARE(warning.box().text, cannotWrite);
+    QCOMPARE(board.name(), u"Pizarra1.vrtz"_s);
+    const FileDialogAnswer again({});
+    board.window.saveBoard();
+    QVERIFY(again.seen());
+}
+
+void TestSaveFailures::aFailedWriteLeavesAnEmptyFile()
+{
+    const ScratchHome home;
+    ShownBoard board;
+    const QString path = home.path(u"plan.vtrz"_s);
+    open(board, path);
+    board.window.setUnsaved(true);
+
+    {
+        const FileSizeLimit limit(0);
+        QCOMPARE(warningOfSave(board), cannotWrite);
+    }
+
+    QVERIFY(QFile::exists(path));
+    QCOMPARE(BoardFile::bytes(path), QByteArray());
+    QCOMPARE(board.name(), u"plan.vtrz* (Sin guardar)"_s);
+}
+
+void TestSaveFailures::aWriteThatStopsHalfwayCountsAsSaved()
+{
+    const ScratchHome home;
+    ShownBoard board;
+    const QString path = home.path(u"plan.vtrz"_s);
+    board.window.loadBoard(BoardFile::write(path, manyStrokes()));
+    board.window.setUnsaved(true);
+    const BoxAnswer warning({});
+
+    // Some bytes are enough for a success; this is wanted.
+    {
+        const FileSizeLimit limit(65536);
+        board.window.saveBoard();
+    }
+
+    QCOMPARE(BoardFile::bytes(path).size(), 65536);
+    QVERIFY(!warning.seen());
+    QCOMPARE(board.name(), u"plan.vtrz"_s);
+}
+
+QTEST_MAIN(TestSaveFailures)
+#include "tst_savefailures.moc"
