@@ -137,8 +137,11 @@ void BoardWindow::stopPresentation()
     showNormal();
     resize(BoardGeometry::window);
     const QRect screen = QGuiApplication::primaryScreen()->geometry();
-    move((screen.left() + screen.right()) / 2 - (width() - 1) / 2,
-         (screen.top() + screen.bottom()) / 2 - (height() - 1) / 2);
+    const QPoint corner((screen.left() + screen.right()) / 2 - (width() - 1) / 2,
+                        (screen.top() + screen.bottom()) / 2 - (height() - 1) / 2);
+    move(corner);
+    // On X11 the frame of the new native window is not there yet; say that it counts.
+    windowHandle()->setFramePosition(corner);
 
     auto *const view = ui->PizarraMain;
     view->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
