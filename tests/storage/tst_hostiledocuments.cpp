@@ -1,0 +1,234 @@
+#include "storage/boarddocument.h"
+
+#include "tests/support/boarddocuments.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QTest>
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+// Documents that a person would not write: they are opened, painted, selected and saved again
+// without a crash and without making anybody wait.
+class tst_HostileDocuments : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void whatIsNoJsonIsNoDocument_data();
+    void whatIsNoJsonIsNoDocument();
+    void oddValuesAreShownAndSaved_data();
+    void oddValuesAreShownAndSaved();
+
+    void coordinatesOfEverySizeAreShown_data();
+    void coordinatesOfEverySizeAreShown();
+
+    void brokenPicturesAreEmpty();
+    void oddTextsComeBackFromTheFile();
+    void nestingWithoutEndIsNoDocument();
+    void deepNestingInWhatIsIgnoredIsIgnored();
+    void anEnormousPathIsShown();
+    void anEnormousTextIsShown();
+    void muchGarbageIsIgnored();
+};
+
+namespace {
+
+constexpr QRectF board{0, 0, 1920, 1080};
+
+/// A board as the program has it: its size does not follow what lies on it.
+struct Board : QGraphicsScene
+{
+    Board()
+        : QGraphicsScene(board)
+    { }
+};
+
+/// Paints \a scene as the board's view does, as it is and with all selected that can be.
+void paint(QGraphicsScene &scene)
+{
+    QImage image(board.size().toSize(), QImage::Format_RGB32);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    scene.render(&painter, QRectF(), board);
+    const auto items = scene.items();
+    for (auto *const item : items)
+        item->setSelected(true);
+    scene.render(&painter, QRectF(), board);
+}
+
+qsizetype elementCount(const QGraphicsScene &scene)
+{
+    return buildBoardDocument(scene).value("items"_L1).toArray().size();
+}
+
+/// Whether \a scene can be shown and saved, and opens again with all its elements.
+bool survives(QGraphicsScene &scene)
+{
+    paint(scene);
+    Board reopened;
+    return openDocument(reopened, bytesOf(scene)) && elementCount(reopened) == elementCount(scene);
+}
+
+QByteArray documentOf(const QByteArray &elements)
+{
+    return R"({"items": [)" + elements + "]}";
+}
+
+} // namespace
+
+void tst_HostileDocuments::whatIsNoJsonIsNoDocument_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    for (const char *const name : {"invalid-utf8", "nan", "overflow", "cut-off", "twice"})
+        QTest::newRow(name) << documentBytes(u"hostile/"_s + QLatin1StringView(name));
+    QTest::newRow("a bare number") << "5"_ba;
+    QTest::newRow("UTF-16") << R"("\0{)"_ba + QByteArray("\xFF\xFE{\0}\0", 6);
+    QTest::newRow("zero bytes") << QByteArray(4096, '\0');
+}
+
+void tst_HostileDocuments::whatIsNoJsonIsNoDocument()
+{
+    QFETCH(QByteArray, bytes);
+    QVERIFY(!bytes.isEmpty());
+    Board scene;
+    QVERIFY(!openDocument(scene, bytes));
+    QVERIFY(scene.items().isEmpty());
+}
+
+void tst_HostileDocuments::oddValuesAreShownAndSaved_data()
+{
+    QTest::addColumn<int>("items");
+    QTest::newRow("huge-coordinates") << 8;
+    QTest::newRow("widths") << 6;
+    QTest::newRow("texts") << 5;
+    QTest::newRow("colours-of-notes") << 5;
+    QTest::newRow("pictures") << 6;
+}
+
+void tst_HostileDocuments::oddValuesAreShownAndSaved()
+{
+    QFETCH(int, items);
+    const QString name = QString::fromUtf8(QTest::currentDataTag());
+    Board scene;
+    QVERIFY(openDocument(scene, documentBytes(u"hostile/"_s + name)));
+    QCOMPARE(toldOf(scene).size(), items);
+    QVERIFY(survives(scene));
+}
+
+void tst_HostileDocuments::brokenPicturesAreEmpty()
+{
+    Board scene;
+    QVERIFY(openDocument(scene, documentBytes(u"hostile/pictures"_s)));
+    const auto lines = toldOf(scene);
+    for (const auto &line : lines)
+        QVERIFY2(line.startsWith("image 0x0 at "_L1), qPrintable(line));
+}
+
+void tst_HostileDocuments::coordinatesOfEverySizeAreShown_data()
+{
+    QTest::addColumn<QByteArray>("exponent");
+    for (int exponent = 2; exponent <= 308; exponent += exponent < 40 ? 1 : 17) {
+        // The toolkit shows these lines, too, but takes seconds to smooth all of their length;
+        // from 1e7 on it cuts them off before.
+        constexpr int slow = 6;
+        if (exponent != slow)
+            QTest::addRow("1e%d", exponent) << QByteArray::number(exponent);
+    }
+}
+
+void tst_HostileDocuments::coordinatesOfEverySizeAreShown()
+{
+    QFETCH(QByteArray, exponent);
+    QByteArray elements = R"(
+        {"type": "arrow", "x1": -9e@, "y1": 5, "x2": 9e@, "y2": 500, "width": 9},
+        {"type": "arrow", "x1": 900, "y1": -9e@, "x2": 901, "y2": 9e@, "color": "red"},
+        {"type": "arrow", "x1": 900, "y1": 500, "x2": 9e@, "y2": 9e@, "width": 32767},
+        {"type": "freedraw", "penWidth": 9, "path": [{"x": -9e@, "y": 5}, {"x": 9e@, "y": 9e@,
+         "type": 1}, {"x": 900, "y": 500, "type": 1}, {"x": 9e@, "y": -9e@, "type": 1}]},
+        {"type": "postit", "x": 9e@, "y": -9e@},
+        {"type": "image", "x": -9e@, "y": 9e@})";
+    elements.replace("9e@", "1e" + exponent);
+    Board scene;
+    QVERIFY(openDocument(scene, documentOf(elements)));
+    QCOMPARE(toldOf(scene).size(), 6);
+    QVERIFY(survives(scene));
+}
+
+void tst_HostileDocuments::oddTextsComeBackFromTheFile()
+{
+    Board scene;
+    QVERIFY(openDocument(scene, documentBytes(u"hostile/texts"_s)));
+    Board reopened;
+    QVERIFY(openDocument(reopened, bytesOf(scene)));
+    QStringList before = toldOf(scene);
+    QStringList after = toldOf(reopened);
+    std::sort(before.begin(), before.end());
+    std::sort(after.begin(), after.end());
+    QCOMPARE(after, before);
+    // Markup is text like any other.
+    QCOMPARE(before.filter(u"note '<b onclick=\"x\">no es HTML</b><img src="_s).size(), 1);
+}
+
+void tst_HostileDocuments::nestingWithoutEndIsNoDocument()
+{
+    constexpr int depth = 100000;
+    Board scene;
+    QVERIFY(!openDocument(scene, R"({"items": )" + QByteArray(depth, '[')));
+    QVERIFY(!openDocument(scene, documentOf(QByteArray(depth, '[') + QByteArray(depth, ']'))));
+    QVERIFY(!openDocument(scene, QByteArray(R"({"items": )").repeated(depth)));
+}
+
+void tst_HostileDocuments::deepNestingInWhatIsIgnoredIsIgnored()
+{
+    constexpr int depth = 500;
+    const QByteArray nest = QByteArray(depth, '[') + QByteArray(depth, ']');
+    Board scene;
+    QVERIFY(openDocument(scene,
+                         documentOf(nest + R"(, {"type": "postit", "text": "aquí", "x": )" + nest
+                                    + R"(, "más": )" + nest + "}")));
+    QCOMPARE(toldOf(scene), QStringList(u"note 'aquí' coloured 0 at 0 0, level 1"_s));
+}
+
+void tst_HostileDocuments::anEnormousPathIsShown()
+{
+    constexpr int count = 50000;
+    QByteArray points = R"({"x": 0, "y": 0, "type": 0})";
+    for (int i = 1; i < count; ++i) {
+        points += R"(,{"type": 1, "x": )" + QByteArray::number(i / 30.0) + R"(, "y": )"
+            + QByteArray::number(500 + i % 7) + '}';
+    }
+    Board scene;
+    QVERIFY(openDocument(
+        scene, documentOf(R"({"type": "freedraw", "penWidth": 2, "path": [)" + points + "]}")));
+    auto *const stroke = dynamic_cast<FreeDrawItem *>(scene.items().value(0));
+    QVERIFY(stroke);
+    QCOMPARE(stroke->path().elementCount(), count);
+    QVERIFY(survives(scene));
+}
+
+void tst_HostileDocuments::anEnormousTextIsShown()
+{
+    const QByteArray text = QByteArray("palabra ").repeated(20000);
+    Board scene;
+    QVERIFY(openDocument(scene, documentOf(R"({"type": "postit", "text": ")" + text + R"("})")));
+    auto *const note = dynamic_cast<StickyNoteItem *>(scene.items(Qt::AscendingOrder).value(0));
+    QVERIFY(note);
+    QCOMPARE(note->getText().size(), text.size());
+    QVERIFY(survives(scene));
+}
+
+void tst_HostileDocuments::muchGarbageIsIgnored()
+{
+    const QByteArray garbage =
+        QByteArray(R"({}, [], 5, "postit", null, {"type": "?"}, {"x": 1}, true, -1e9, [{}], )")
+            .repeated(10000);
+    Board scene;
+    QVERIFY(openDocument(scene, documentOf(garbage + R"({"type": "postit", "text": "aquí"})")));
+    QCOMPARE(toldOf(scene), QStringList(u"note 'aquí' coloured 0 at 0 0, level 1"_s));
+}
+
+QTEST_MAIN(tst_HostileDocuments)
+#include "tst_hostiledocuments.moc"
