@@ -1,0 +1,267 @@
+#include "tests/support/boardathome.h"
+#include "tests/support/filedialoganswer.h"
+#include "tests/support/messagebox.h"
+
+#include <QPushButton>
+#include <QTest>
+#include <QTranslator>
+
+using namespace Qt::Literals::StringLiterals;
+
+// Closing a board: the question, and what follows from each answer.
+
+namespace {
+
+/// Marks every text that is translated as one of the board window's.
+class Marking : public QTranslator
+{
+public:
+    QString translate(const char *context, const char *source, const char *, int) const override
+    {
+        if (qstrcmp(context, "BoardWindow") != 0)
+            return {};
+        return u"<%1>"_s.arg(QString::fromUtf8(source));
+    }
+    bool isEmpty() const override { return false; }
+};
+
+using Reply = void (*)(QMessageBox &box);
+
+} // namespace
+
+Q_DECLARE_METATYPE(Reply)
+
+class TestClosing : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void anEmptyUnchangedBoardClosesAtOnce();
+    void anEmptyBoardThatChangedAsks();
+    void aSavedBoardWithElementsAsksAndNoLosesNothing();
+    void theQuestionOffersThreeAnswers();
+    void onlyTheButtonsOfTheQuestionAreTranslated();
+
+    void yesSavesABoardWithAFileWithoutADialog();
+    void yesAsksForTheNameOfANewBoard();
+    void yesClosesEvenWhenTheDialogIsCancelled();
+    void yesClosesEvenWhenTheSaveFails();
+    void noDiscardsTheChanges();
+    void aCancelledCloseChangesNothing_data();
+    void aCancelledCloseChangesNothing();
+};
+
+void TestClosing::anEmptyUnchangedBoardClosesAtOnce()
+{
+    BoardAtHome at;
+    const BoxAnswer question({});
+
+    at.close();
+
+    QVERIFY(at.closed());
+    QVERIFY(!question.seen());
+}
+
+void TestClosing::anEmptyBoardThatChangedAsks()
+{
+    BoardAtHome at;
+    at.board.window.setUnsaved(true);
+    const BoxAnswer question(u"No"_s);
+
+    at.close();
+
+    QVERIFY(question.seen());
+    QVERIFY(at.closed());
+}
+
+void TestClosing::aSavedBoardWithElementsAsksAndNoLosesNothing()
+{
+    BoardAtHome at;
+    at.openPlan();
+    at.board.window.saveBoard();
+    QVERIFY(!at.board.marked());
+    const QJsonArray saved = at.savedPlan();
+    const BoxAnswer question(u"No"_s);
+
+    at.close();
+
+    QVERIFY(question.seen());
+    QCOMPARE(question.box().text, u"Hay cambios sin guardar. ¿Deseas guardar antes de salir?"_s);
+    QVERIFY(at.closed());
+    QCOMPARE(at.savedPlan(), saved);
+}
+
+void TestClosing::theQuestionOffersThreeAnswers()
+{
+    BoardAtHome at;
+    at.addNote();
+    QStringList texts;
+    QList<QMessageBox::ButtonRole> roles;
+    const ModalAnswer<QMessageBox> question([&](QMessageBox &box) {
+        QCOMPARE(box.windowTitle(), u"Guardar cambios"_s);
+        QCOMPARE(box.text(), u"Hay cambios sin guardar. ¿Deseas guardar antes de salir?"_s);
+        QCOMPARE(box.icon(), QMessageBox::Question);
+        QCOMPARE(box.parentWidget(), &at.board.window);
+        QVERIFY(box.isModal());
+        QVERIFY(!box.defaultButton());
+        const auto buttons = box.findChildren<QPushButton *>();
+        for (auto *const button : buttons) {
+            texts << button->text();
+            roles << box.buttonRole(button);
+        }
+        box.reject();
+    });
+
+    at.close();
+
+    QVERIFY(question.seen());
+    QCOMPARE(texts, QStringList({u"Sí"_s, u"No"_s, u"Cancelar"_s}));
+    QCOMPARE(roles,
+             QList<QMessageBox::ButtonRole>(
+                 {QMessageBox::YesRole, QMessageBox::NoRole, QMessageBox::RejectRole}));
+}
+
+void TestClosing::onlyTheButtonsOfTheQuestionAreTranslated()
+{
+    BoardAtHome at;
+    at.addNote();
+    Marking translator;
+    QVERIFY(QCoreApplication::installTranslator(&translator));
+    const BoxAnswer question(u"<No>"_s);
+
+    at.close();
+
+    QVERIFY(at.closed());
+    QCOMPARE(question.box().title, u"Guardar cambios"_s);
+    QCOMPARE(question.box().text, u"Hay cambios sin guardar. ¿Deseas guardar antes de salir?"_s);
+    QVERIFY(question.box().buttons.contains(u"<Sí>"_s));
+    QVERIFY(question.box().buttons.contains(u"<Cancelar>"_s));
+}
+
+void TestClosing::yesSavesABoardWithAFileWithoutADialog()
+{
+    BoardAtHome at;
+    at.openPlan();
+    at.addNote();
+    const BoxAnswer question(u"Sí"_s);
+    const FileDialogAnswer dialog({});
+
+    at.close();
+
+    QVERIFY(question.seen());
+    QVERIFY(!dialog.seen());
+    QVERIFY(at.closed());
+    QCOMPARE(at.savedPlan().size(), 2);
+}
+
+void TestClosing::yesAsksForTheNameOfANewBoard()
+{
+    BoardAtHome at;
+    at.addNote();
+    const BoxAnswer question(u"Sí"_s);
+    const FileDialogAnswer dialog(u"plan"_s);
+
+    at.close();
+
+    QVERIFY(dialog.seen());
+    QCOMPARE(dialog.dialog().caption, u"Guardar proyecto como"_s);
+    QVERIFY(at.closed());
+    QCOMPARE(at.savedPlan().size(), 1);
+    QCOMPARE(at.board.name(), u"Pizarra1.vtrz"_s);
+}
+
+void TestClosing::yesClosesEvenWhenTheDialogIsCancelled()
+{
+    BoardAtHome at;
+    at.addNote();
+    const BoxAnswer question(u"Sí"_s);
+    const FileDialogAnswer dialog({});
+
+    at.close();
+
+    QVERIFY(dialog.seen());
+    QVERIFY(at.closed());
+    QCOMPARE(QDir(at.folder.path()).entryList(QDir::Files), QStringList{});
+}
+
+void TestClosing::yesClosesEvenWhenTheSaveFails()
+{
+    BoardAtHome at;
+    at.openPlan();
+    QVERIFY(QFile::remove(at.folder.path(u"plan.vtrz"_s)));
+    QVERIFY(QDir(at.folder.path()).mkdir(u"plan.vtrz"_s));
+    QStringList texts;
+    const ModalAnswer<QMessageBox> question([&](QMessageBox &box) {
+        texts << box.text();
+        box.findChildren<QPushButton *>().constFirst()->click();
+    });
+    // It looks on while the question is answered, and so meets the warning.
+    const ModalAnswer<QMessageBox> warning([&](QMessageBox &box) {
+        if (box.icon() == QMessageBox::Warning)
+            texts << box.text();
+        box.accept();
+    });
+
+    at.close();
+
+    QCOMPARE(texts,
+             QStringList({u"Hay cambios sin guardar. ¿Deseas guardar antes de salir?"_s,
+                          u"No se pudo guardar el archivo."_s}));
+    QVERIFY(at.closed());
+}
+
+void TestClosing::noDiscardsTheChanges()
+{
+    BoardAtHome at;
+    at.openPlan();
+    at.addNote();
+    at.board.window.setUnsaved(true);
+    const BoxAnswer question(u"No"_s);
+    const FileDialogAnswer dialog({});
+
+    at.close();
+
+    QVERIFY(question.seen());
+    QVERIFY(!dialog.seen());
+    QVERIFY(at.closed());
+    QCOMPARE(at.savedPlan().size(), 1);
+}
+
+void TestClosing::aCancelledCloseChangesNothing_data()
+{
+    QTest::addColumn<Reply>("reply");
+    const auto row = [](const char *name, Reply reply) { QTest::newRow(name) << reply; };
+    row("Cancelar", [](QMessageBox &box) {
+        const auto buttons = box.findChildren<QPushButton *>();
+        for (auto *const button : buttons) {
+            if (button->text() == u"Cancelar")
+                button->click();
+        }
+    });
+    row("Escape", [](QMessageBox &box) { QTest::keyClick(box.windowHandle(), Qt::Key_Escape); });
+    row("the box's frame", [](QMessageBox &box) { box.windowHandle()->close(); });
+}
+
+void TestClosing::aCancelledCloseChangesNothing()
+{
+    QFETCH(const Reply, reply);
+    BoardAtHome at;
+    at.openPlan();
+    at.addNote();
+    at.board.window.setUnsaved(true);
+    const auto items = at.board.scene.items();
+    const ModalAnswer<QMessageBox> question(reply);
+
+    at.close();
+
+    QVERIFY(question.seen());
+    QVERIFY(at.board.window.isVisible());
+    QVERIFY(!at.home.isVisible());
+    QCOMPARE(at.board.scene.items(), items);
+    QCOMPARE(at.board.name(), u"plan.vtrz* (Sin guardar)"_s);
+    at.board.window.saveBoard();
+    QCOMPARE(at.savedPlan().size(), 2);
+}
+
+QTEST_MAIN(TestClosing)
+#include "tst_closing.moc"

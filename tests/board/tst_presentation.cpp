@@ -1,0 +1,230 @@
+#include "items/freedrawitem.h"
+#include "tests/support/shownboard.h"
+
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QTest>
+
+using namespace Qt::Literals::StringLiterals;
+
+// Entering the presentation of a board on the full screen.
+
+namespace {
+
+void enter(ShownBoard &board)
+{
+    board.find<QComboBox>("Presentar")->setCurrentIndex(0);
+}
+
+void press(ShownBoard &board, Qt::Key key)
+{
+    QTest::keyClick(board.window.windowHandle(), key);
+}
+
+bool presents(const ShownBoard &board)
+{
+    return board.window.isFullScreen()
+        && board.window.windowFlags().testFlag(Qt::FramelessWindowHint);
+}
+
+bool reminds(const ShownBoard &board)
+{
+    return board.find<QWidget>("AdviseFS")->isVisible();
+}
+
+} // namespace
+
+class TestPresentation : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theKeyboardEntersThroughTheCombo();
+    void theMouseEntersThroughTheCombo();
+    void theSlotEnters();
+    void otherIndicesDoNothing_data();
+    void otherIndicesDoNothing();
+    void enteringTwiceIsEnteringOnce();
+    void thePanelsGoToTheEdges();
+    void theCanvasFillsTheWindow();
+    void theWholeBoardIsVisible();
+    void theComboKeepsItsChoice();
+    void theReminderStandsAtItsPlace();
+    void toolsWorkWhilePresenting();
+
+    void theReminderLastsElevenSecondsFromTheFirstEntry();
+};
+
+void TestPresentation::theKeyboardEntersThroughTheCombo()
+{
+    ShownBoard board;
+    board.window.activateWindow();
+    board.find<QComboBox>("Presentar")->setFocus();
+
+    press(board, Qt::Key_Down);
+
+    QVERIFY(presents(board));
+    QCOMPARE(board.find<QComboBox>("Presentar")->currentIndex(), 0);
+}
+
+void TestPresentation::theMouseEntersThroughTheCombo()
+{
+    ShownBoard board;
+    board.click("Presentar");
+    const auto *const list = board.find<QComboBox>("Presentar")->view();
+    QTRY_VERIFY(list->isVisible());
+    // A release that comes soon after the press that opened the list does not choose.
+    QTest::qWait(QApplication::doubleClickInterval());
+    const QPoint entry = list->visualRect(list->model()->index(0, 0)).center();
+
+    auto *const popup = list->window()->windowHandle();
+    QTest::mouseClick(popup, Qt::LeftButton, {}, list->viewport()->mapTo(list->window(), entry));
+
+    QTRY_VERIFY(presents(board));
+}
+
+void TestPresentation::theSlotEnters()
+{
+    ShownBoard board;
+
+    QVERIFY(QMetaObject::invokeMethod(&board.window, "manejarPresentacion", Q_ARG(int, 0)));
+
+    QVERIFY(presents(board));
+    QVERIFY(reminds(board));
+}
+
+void TestPresentation::otherIndicesDoNothing_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::newRow("none") << -1;
+    QTest::newRow("the one after") << 1;
+    QTest::newRow("far away") << 1000;
+}
+
+void TestPresentation::otherIndicesDoNothing()
+{
+    QFETCH(const int, index);
+    ShownBoard board;
+
+    board.window.manejarPresentacion(index);
+    QVERIFY(!board.window.isFullScreen());
+    QVERIFY(!reminds(board));
+
+    enter(board);
+    board.window.manejarPresentacion(index);
+    QVERIFY(presents(board));
+}
+
+void TestPresentation::enteringTwiceIsEnteringOnce()
+{
+    ShownBoard board;
+    enter(board);
+    board.find<QWidget>("AdviseFS")->hide();
+
+    board.window.manejarPresentacion(0);
+
+    QVERIFY(!reminds(board));
+}
+
+void TestPresentation::thePanelsGoToTheEdges()
+{
+    ShownBoard board;
+    enter(board);
+    const int w = board.window.width();
+    const int h = board.window.height();
+
+    const auto place = [&board](const char *name) { return board.find<QWidget>(name)->geometry(); };
+    QCOMPARE(place("ToolPanel"), QRect(10, (h - 325) / 2, 35, 325));
+    QCOMPARE(place("ExitPanel"), QRect(10, h - 35 - 10, 35, 35));
+    QCOMPARE(place("MainPanel"), QRect(10, 10, 270, 35));
+    QCOMPARE(place("AccountPanel"), QRect(w - 200 - 10, 10, 200, 35));
+    QCOMPARE(place("DateTimePanel"), QRect(w - 200 - 10, h - 35 - 10, 200, 35));
+}
+
+void TestPresentation::theCanvasFillsTheWindow()
+{
+    ShownBoard board;
+    enter(board);
+
+    QCOMPARE(board.view.geometry(), board.window.rect());
+    QCOMPARE(board.view.viewport()->size(), board.window.size());
+    QCOMPARE(board.view.sceneRect(), QRectF(board.window.rect()));
+    QCOMPARE(board.scene.sceneRect(), QRectF(0, 0, 1920, 1080));
+    QCOMPARE(board.view.horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+    QCOMPARE(board.view.verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+}
+
+void TestPresentation::theWholeBoardIsVisible()
+{
+    ShownBoard board;
+    enter(board);
+
+    // Fitted in with its proportions kept, less the small margin that the toolkit leaves.
+    const QTransform transform = board.view.transform();
+    QCOMPARE(transform.m11(), transform.m22());
+    const qreal scale = std::min(board.window.width() / 1920.0, board.window.height() / 1080.0);
+    QVERIFY(transform.m11() <= scale);
+    QVERIFY(transform.m11() > scale * 0.98);
+}
+
+void TestPresentation::theComboKeepsItsChoice()
+{
+    ShownBoard board;
+    enter(board);
+
+    QCOMPARE(board.find<QComboBox>("Presentar")->currentIndex(), 0);
+}
+
+void TestPresentation::theReminderStandsAtItsPlace()
+{
+    ShownBoard board;
+    QVERIFY(!reminds(board));
+
+    enter(board);
+
+    QVERIFY(reminds(board));
+    QCOMPARE(board.find<QWidget>("AdviseFS")->geometry(), QRect(290, 10, 480, 35));
+}
+
+void TestPresentation::toolsWorkWhilePresenting()
+{
+    ShownBoard board;
+    enter(board);
+
+    board.click("ModoLapiz");
+    const QPointF start = board.pointer.pixel({500, 300});
+    board.pointer.drag({start, {700, 400}});
+
+    QVERIFY(board.only<FreeDrawItem>());
+    QCOMPARE(QPointF(board.only<FreeDrawItem>()->path().elementAt(0)), start);
+    QVERIFY(presents(board));
+}
+
+void TestPresentation::theReminderLastsElevenSecondsFromTheFirstEntry()
+{
+    // Two boards share the wait: one that presents all the time, and one that is left at once and
+    // presents again later. The first reminder's end cuts the second one of that board short.
+    ShownBoard steady;
+    ShownBoard again;
+    QElapsedTimer elapsed;
+    elapsed.start();
+    enter(steady);
+    enter(again);
+    press(again, Qt::Key_Escape);
+    QVERIFY(reminds(steady));
+    QVERIFY(!reminds(again));
+
+    QTest::qWait(3000);
+    enter(again);
+    QVERIFY(reminds(again));
+
+    QTRY_VERIFY_WITH_TIMEOUT(!reminds(steady) && !reminds(again), 10000);
+    const qint64 end = elapsed.elapsed();
+    QVERIFY2(end >= 10500 && end < 12500, QByteArray::number(end).constData());
+    QVERIFY(presents(steady));
+    QVERIFY(presents(again));
+}
+
+QTEST_MAIN(TestPresentation)
+#include "tst_presentation.moc"

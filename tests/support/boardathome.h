@@ -1,0 +1,31 @@
+#pragma once
+
+#include "home/mainwindow.h"
+#include "items/stickynoteitem.h"
+#include "tests/support/boardfiles.h"
+#include "tests/support/scratchhome.h"
+#include "tests/support/shownboard.h"
+
+/// A board that hides its home window, as the program has it.
+struct BoardAtHome
+{
+    const QString planName = QStringLiteral("plan.vtrz");
+    ScratchHome folder;
+    MainWindow home;
+    ShownBoard board{&home};
+
+    /// Opens the board "plan.vtrz", which holds one note.
+    void openPlan()
+    {
+        board.window.loadBoard(
+            BoardFile::write(folder.path(planName), QJsonArray{BoardFile::note(500, 300)}));
+    }
+    QJsonArray savedPlan() const { return BoardFile::items(folder.path(planName)); }
+    void addNote() { board.scene.addItem(new StickyNoteItem); }
+    void close() { board.click("CloseBoardBtn"); }
+    /// Whether the board is gone and the home window is back.
+    bool closed() const
+    {
+        return !board.window.isVisible() && home.isVisible() && board.scene.items().isEmpty();
+    }
+};
