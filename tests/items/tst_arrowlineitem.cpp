@@ -47,6 +47,7 @@ private slots:
     void aDragCountsItsFirstStepTwice();
     void aDragShowsTheClosedHand();
     void theMiddleButtonDoesNotDrag();
+    void releasingOneOfTwoButtonsEndsTheDrag();
     void theRightButtonDoesNotDrag();
     void belongsToItsScene();
 };
@@ -350,6 +351,18 @@ void tst_ArrowLineItem::theMiddleButtonDoesNotDrag()
     on.canvas.pointer.move({190, 140});
     on.canvas.pointer.release({190, 140}, Qt::MiddleButton);
     QCOMPARE(on.arrow->pos(), QPointF());
+}
+
+void tst_ArrowLineItem::releasingOneOfTwoButtonsEndsTheDrag()
+{
+    ArrowOnCanvas on;
+    QVERIFY(on.canvas.show());
+    on.canvas.pointer.press({150, 100}, Qt::LeftButton);
+    on.canvas.pointer.press({150, 100}, Qt::MiddleButton);
+    on.canvas.pointer.release({150, 100}, Qt::LeftButton);
+    on.canvas.pointer.move({190, 140});
+    QCOMPARE(on.arrow->pos(), QPointF());
+    on.canvas.pointer.release({190, 140}, Qt::MiddleButton);
 }
 
 void tst_ArrowLineItem::theRightButtonDoesNotDrag()

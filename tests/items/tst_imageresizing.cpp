@@ -230,6 +230,8 @@ void tst_ImageResizing::theHandleIsLetGoOnRelease()
     on.canvas.pointer.move({300, 300});
     QCOMPARE(on.image->pixmap().size(), QSize(151, 151));
 
+    // Not selected any more, the image does not look for handles.
+    on.canvas.pointer.click({700, 500});
     on.canvas.pointer.drag({on.onPicture, on.onPicture + QPointF(15, 5)});
     QCOMPARE(on.image->pixmap().size(), QSize(151, 151));
     QCOMPARE(on.image->pos(), on.place + QPointF(15, 5));

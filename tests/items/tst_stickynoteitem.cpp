@@ -41,6 +41,7 @@ private slots:
     void aDragCountsItsFirstStepTwice();
     void theMiddleButtonDragsToo();
     void nothingMovesAfterTheRelease();
+    void releasingOneOfTwoButtonsEndsTheDrag();
     void theRightButtonNeitherDragsNorSelects();
     void belongsToItsSceneWithItsText();
 };
@@ -265,6 +266,18 @@ void tst_StickyNoteItem::nothingMovesAfterTheRelease()
     on.canvas.pointer.click(on.onPaper());
     on.canvas.pointer.move(on.onPaper() + QPointF(30, 30));
     QCOMPARE(on.note->pos(), NoteOnCanvas::place);
+}
+
+void tst_StickyNoteItem::releasingOneOfTwoButtonsEndsTheDrag()
+{
+    NoteOnCanvas on;
+    QVERIFY(on.canvas.show());
+    on.canvas.pointer.press(on.onPaper(), Qt::LeftButton);
+    on.canvas.pointer.press(on.onPaper(), Qt::MiddleButton);
+    on.canvas.pointer.release(on.onPaper(), Qt::LeftButton);
+    on.canvas.pointer.move(on.onPaper() + QPointF(30, 30));
+    QCOMPARE(on.note->pos(), NoteOnCanvas::place);
+    on.canvas.pointer.release(on.onPaper() + QPointF(30, 30), Qt::MiddleButton);
 }
 
 void tst_StickyNoteItem::theRightButtonNeitherDragsNorSelects()
