@@ -26,6 +26,8 @@ find_window() { xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | tail -
 is_shown() { [[ -n $(find_window "$1") ]]; }
 is_gone() { ! is_shown "$1"; }
 
+is_dead() { ! kill -0 "$1"; }
+
 # on <title>: waits for the window; everything that follows happens in it.
 on() {
     eventually "no window '$1'" is_shown "$1"
@@ -71,7 +73,8 @@ shot_number=0
 shot() {
     printf -v shot_file '%s/%02d-%s.png' "$shots" $((++shot_number)) "$1"
     sleep 0.3
-    import -window root "$shot_file"
+    # Fails when a window vanishes while the picture is taken.
+    eventually "no screenshot" import -window root "$shot_file"
     echo "  $(basename "$shot_file")"
 }
 
