@@ -26,8 +26,7 @@ void LastWindowWatcher::quitIfNoWindowIsLeft()
     if (!QGuiApplication::quitOnLastWindowClosed())
         return;
     const auto windows = QApplication::topLevelWidgets();
-    const bool anyVisible = std::any_of(windows.cbegin(), windows.cend(),
-                                        [](const auto *window) { return window->isVisible(); });
+    const bool anyVisible = std::ranges::any_of(windows, &QWidget::isVisible);
     if (!anyVisible)
         QCoreApplication::quit();
 }

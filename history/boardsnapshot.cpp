@@ -74,12 +74,10 @@ BoardSnapshot takeSnapshot(const QGraphicsScene &scene)
 
 bool snapshotsEqual(const BoardSnapshot &newer, const BoardSnapshot &top)
 {
-    return std::equal(newer.cbegin(), newer.cend(), top.cbegin(), top.cend(),
-                      [](const ItemState &a, const ItemState &b) {
-                          // The comparison of points is the toolkit's fuzzy one.
-                          return a.type == b.type && a.pos == b.pos
-                              && valuesEqual(a.type, a.data, b.data);
-                      });
+    return std::ranges::equal(newer, top, [](const ItemState &a, const ItemState &b) {
+        // The comparison of points is the toolkit's fuzzy one.
+        return a.type == b.type && a.pos == b.pos && valuesEqual(a.type, a.data, b.data);
+    });
 }
 
 QGraphicsItem *restoreItem(const ItemState &state)
