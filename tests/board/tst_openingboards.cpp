@@ -96,6 +96,9 @@ void TestOpeningBoards::anOpenedBoardIsSaved()
     board.settle();
 
     QCOMPARE(board.name(), u"plan.vtrz"_s);
+    // Nothing but the label's next update tells what the flag has become.
+    board.window.updateTitleLabel();
+    QCOMPARE(board.name(), u"plan.vtrz"_s);
 }
 
 void TestOpeningBoards::openingReplacesTheBoard()
@@ -164,6 +167,8 @@ void TestOpeningBoards::aBoardWithoutItemsIsEmpty()
 
     QVERIFY(!warning.seen());
     QCOMPARE(board.count(), 0);
+    QCOMPARE(board.name(), u"plan.vtrz"_s);
+    board.window.updateTitleLabel();
     QCOMPARE(board.name(), u"plan.vtrz"_s);
 }
 

@@ -162,6 +162,9 @@ void TestSavingBoards::aSavedBoardShowsItsFileNameWithoutAMark()
 
     QVERIFY(answer.seen());
     QCOMPARE(board.name(), u"plan.vtrz"_s);
+    // Nothing but the label's next update tells what the flag has become.
+    board.window.updateTitleLabel();
+    QCOMPARE(board.name(), u"plan.vtrz"_s);
     board.window.setUnsaved(true);
     QCOMPARE(board.name(), u"plan.vtrz* (Sin guardar)"_s);
 }
@@ -239,6 +242,8 @@ void TestSavingBoards::savingABoardWithAFileWritesItWithoutADialog()
 
     QVERIFY(!answer.seen());
     QCOMPARE(BoardFile::items(home.path(u"plan.vtrz"_s)).size(), 1);
+    QCOMPARE(board.name(), u"plan.vtrz"_s);
+    board.window.updateTitleLabel();
     QCOMPARE(board.name(), u"plan.vtrz"_s);
 }
 
