@@ -1,0 +1,50 @@
+#pragma once
+
+#include "tests/support/messagebox.h"
+
+#include <QPointer>
+
+/// Answers the message boxes that come while it lives, one after the other, by clicking the button
+/// with the given text, and keeps what they said. An empty text presses Escape, and so does every
+/// box beyond the expected ones.
+class BoxSequence
+{
+public:
+    explicit BoxSequence(const QStringList &buttonTexts)
+        : answers(buttonTexts)
+    {
+        QObject::connect(&timer, &QTimer::timeout, &timer, [this] { look(); });
+        timer.start(5);
+    }
+
+    const QList<BoxContents> &boxes() const { return seen; }
+
+private:
+    void look()
+    {
+        auto *const box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (!box || !box->isVisible() || box == last)
+            return;
+        last = box;
+        const QString answer = answers.value(seen.size());
+        BoxContents contents{box->windowTitle(), box->text(), box->icon(), {}, box->parentWidget()};
+        QAbstractButton *chosen = nullptr;
+        const auto buttons = box->buttons();
+        for (auto *button : buttons) {
+            const QString text = button->text().remove(u'&');
+            contents.buttons << text;
+            if (text == answer)
+                chosen = button;
+        }
+        seen << contents;
+        if (chosen)
+            chosen->click();
+        else
+            box->reject();
+    }
+
+    QStringList answers;
+    QList<BoxContents> seen;
+    QPointer<QMessageBox> last;
+    QTimer timer;
+};

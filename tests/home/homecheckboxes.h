@@ -1,0 +1,18 @@
+#pragma once
+
+#include "tests/home/homewindow.h"
+
+#include <QCheckBox>
+
+/// The check boxes of the settings page, in the order of their creation.
+inline const QStringList checkBoxes = {
+    QStringLiteral("CheckUpdates"), QStringLiteral("OnlyViewData"), QStringLiteral("CompressFiles"),
+    QStringLiteral("BetterPerformance"), QStringLiteral("BetterX2")};
+
+inline QList<bool> checkStates(const HomeWindow &home)
+{
+    QList<bool> states;
+    for (const QString &name : checkBoxes)
+        states << home.child<QCheckBox>(name)->isChecked();
+    return states;
+}

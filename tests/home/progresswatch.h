@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QLayout>
+#include <QPointer>
+#include <QProgressBar>
+#include <QTimer>
+
+/// Watches for the progress dialog of the home window and keeps the steps of its bar.
+class ProgressWatch
+{
+public:
+    struct Step
+    {
+        int value;
+        qint64 time; // ms since the dialog was seen
+        bool folderExists;
+    };
+
+    ProgressWatch(QWidget &home, const QString &dataPath)
+        : window(home)
+        , folder(dataPath)
+    {
+        QObject::connect(&timer, &QTimer::timeout, &timer, [this] { look(); });
+        timer.start(1);
+    }
+
+    QPointer<QDialog> dialog;
+    bool seen = false;
+    QString title;
+    QString layout;
+    QList<int> range; // minimum, maximum and first value
+    bool modal = false;
+    int interval = 0; // ms
+    QList<Step> steps;
+
+private:
+    void look()
+    {
+        auto *const bar = window.findChild<QProgressBar *>();
+        if (!bar || !bar->isVisible())
+            return;
+        timer.stop();
+        clock.start();
+        seen = true;
+        dialog = qobject_cast<QDialog *>(bar->window());
+        title = dialog->windowTitle();
+        layout = QString::fromLatin1(dialog->layout()->metaObject()->className());
+        range = {bar->minimum(), bar->maximum(), bar->value()};
+        modal = dialog->isModal() && dialog->parentWidget() == &window;
+        if (const auto *const beat = dialog->findChild<QTimer *>({}, Qt::FindDirectChildrenOnly))
+            interval = beat->interval();
+        QObject::connect(bar, &QProgressBar::valueChanged, bar, [this](int value) {
+            steps << Step{value, clock.elapsed(), QFileInfo::exists(folder)};
+        });
+    }
+
+    QWidget &window;
+    QString folder;
+    QTimer timer;
+    QElapsedTimer clock;
+};

@@ -1,0 +1,356 @@
+#include "tests/home/boxsequence.h"
+#include "tests/home/homewindow.h"
+#include "tests/home/lockedfolder.h"
+#include "tests/home/progresswatch.h"
+
+#include <QAbstractItemModel>
+#include <QElapsedTimer>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalSpy>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString confirmTitle = u"Confirmar eliminación"_s;
+const QString noRootFolder = u"No hubo datos por eliminar, la carpeta raíz no existe."_s;
+
+void writeFile(const QString &path)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write("x") != 1)
+        qFatal("Cannot write %s.", qPrintable(path));
+}
+
+/// Whether something has that name, be it a link that leads nowhere.
+bool stands(const QString &path)
+{
+    return QFileInfo::exists(path) || QFileInfo(path).isSymLink();
+}
+
+} // namespace
+
+class TestDataFolder : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { home = std::make_unique<HomeWindow>(); }
+    void cleanup() { home.reset(); }
+
+    // Rebuilding the folder
+    void anExistingFolderIsLeftAlone();
+    void aMissingFolderIsRebuilt();
+    void aFolderThatCannotBeRebuiltIsReported();
+
+    // Deleting everything
+    void theQuestionIsAskedFirst();
+    void withoutConsentNothingIsDeleted_data();
+    void withoutConsentNothingIsDeleted();
+    void withoutAFolderThereIsNothingToDelete();
+    void aFileInTheFoldersPlaceIsNoFolder();
+    void theBarShowsTenStepsAndThenTheFolderGoes();
+    void deletingEndsTheProgramHalfASecondLater();
+    void everythingInTheFolderGoes();
+    void linksInTheFolderGoButNotWhatTheyLeadTo();
+    void aLinkInTheFoldersPlaceGoesButNotWhatItLeadsTo();
+    void aFolderThatCannotBeDeletedIsReportedAndTheProgramGoesOn();
+    void quittingMeanwhileDeletesNothing();
+    void theWindowMayGoWhileTheSlotStillRuns();
+
+private:
+    QString inFolder(const QString &name) const { return home->dataPath() + '/'_L1 + name; }
+    /// Answers \a answers to the boxes that come when the button \a button is clicked.
+    QList<BoxContents> boxesOf(const QString &button, const QStringList &answers)
+    {
+        home->window.NavSettings();
+        const BoxSequence sequence(answers);
+        home->click(button);
+        return sequence.boxes();
+    }
+
+    std::unique_ptr<HomeWindow> home;
+};
+
+void TestDataFolder::anExistingFolderIsLeftAlone()
+{
+    writeFile(inFolder(u"board.vtrz"_s));
+    const QSignalSpy rebuilt(home->child<QListWidget>(u"listWidget"_s)->model(),
+                             &QAbstractItemModel::modelReset);
+    const auto boxes = boxesOf(u"RedoFolder"_s, {u"OK"_s});
+    QCOMPARE(boxes.size(), 1);
+    QCOMPARE(boxes[0].title, u"Carpeta existente"_s);
+    QCOMPARE(boxes[0].text, u"La carpeta raíz ya existe y no es necesario reconstruirla."_s);
+    QCOMPARE(boxes[0].icon, QMessageBox::Information);
+    QCOMPARE(boxes[0].buttons, QStringList({u"OK"_s}));
+    QCOMPARE(boxes[0].parent, &home->window);
+    QVERIFY(stands(inFolder(u"board.vtrz"_s)));
+    QCOMPARE(rebuilt.size(), 0);
+}
+
+void TestDataFolder::aMissingFolderIsRebuilt()
+{
+    QVERIFY(QDir(home->path(u"Documents"_s)).removeRecursively());
+    const QSignalSpy rebuilt(home->child<QListWidget>(u"listWidget"_s)->model(),
+                             &QAbstractItemModel::modelReset);
+    const auto boxes = boxesOf(u"RedoFolder"_s, {u"OK"_s});
+    QCOMPARE(boxes.size(), 1);
+    QCOMPARE(boxes[0].title, u"Éxito"_s);
+    QCOMPARE(boxes[0].text, u"La carpeta raíz ha sido reconstruida correctamente."_s);
+    QCOMPARE(boxes[0].icon, QMessageBox::Information);
+    QCOMPARE(boxes[0].buttons, QStringList({u"OK"_s}));
+    QCOMPARE(boxes[0].parent, &home->window);
+    QVERIFY(QFileInfo(home->dataPath()).isDir());
+    QCOMPARE(rebuilt.size(), 0);
+}
+
+void TestDataFolder::aFolderThatCannotBeRebuiltIsReported()
+{
+    QVERIFY(QDir(home->dataPath()).removeRecursively());
+    writeFile(home->dataPath());
+    const auto boxes = boxesOf(u"RedoFolder"_s, {u"OK"_s});
+    QCOMPARE(boxes.size(), 1);
+    QCOMPARE(boxes[0].title, u"Error"_s);
+    QCOMPARE(boxes[0].text, u"No se pudo reconstruir la carpeta raíz."_s);
+    QCOMPARE(boxes[0].icon, QMessageBox::Critical);
+    QCOMPARE(boxes[0].buttons, QStringList({u"OK"_s}));
+    QCOMPARE(boxes[0].parent, &home->window);
+    QVERIFY(QFileInfo(home->dataPath()).isFile());
+}
+
+void TestDataFolder::theQuestionIsAskedFirst()
+{
+    QString yes;
+    QString preset;
+    const ModalAnswer<QMessageBox> answer([&](QMessageBox &box) {
+        yes = box.button(QMessageBox::Yes)->text();
+        preset = box.defaultButton()->text();
+        QCOMPARE(box.button(QMessageBox::No), box.defaultButton());
+    });
+    const auto boxes = boxesOf(u"DeleteAll"_s, {u"Cancelar"_s});
+    QCOMPARE(boxes.size(), 1);
+    QCOMPARE(boxes[0].title, confirmTitle);
+    QCOMPARE(boxes[0].text,
+             u"¿De verdad desea eliminar todos los datos registrados, incluyendo proyectos y la "
+             "carpeta raíz?\n\nUna vez los datos sean eliminados, el programa se cerrará en "
+             "automático y deberá reiniciarlo manualmente."_s);
+    QCOMPARE(boxes[0].parent, &home->window);
+    QCOMPARE(boxes[0].buttons.size(), 2);
+    QVERIFY(boxes[0].buttons.contains(u"Aceptar"_s));
+    QVERIFY(boxes[0].buttons.contains(u"Cancelar"_s));
+    QVERIFY(answer.seen());
+    QCOMPARE(yes, u"Aceptar"_s);
+    QCOMPARE(preset, u"Cancelar"_s);
+}
+
+void TestDataFolder::withoutConsentNothingIsDeleted_data()
+{
+    QTest::addColumn<QString>("answer");
+    QTest::newRow("Cancelar") << u"Cancelar"_s;
+    QTest::newRow("Escape") << QString();
+}
+
+void TestDataFolder::withoutConsentNothingIsDeleted()
+{
+    QFETCH(const QString, answer);
+    writeFile(inFolder(u"board.vtrz"_s));
+    const ProgressWatch watch(home->window, home->dataPath());
+    QCOMPARE(boxesOf(u"DeleteAll"_s, {answer}).size(), 1);
+    QCoreApplication::processEvents();
+    QVERIFY(!watch.seen);
+    QVERIFY(stands(inFolder(u"board.vtrz"_s)));
+    QVERIFY(home->window.isVisible());
+}
+
+void TestDataFolder::withoutAFolderThereIsNothingToDelete()
+{
+    QVERIFY(QDir(home->dataPath()).removeRecursively());
+    const ProgressWatch watch(home->window, home->dataPath());
+    const auto boxes = boxesOf(u"DeleteAll"_s, {u"Aceptar"_s, u"OK"_s});
+    QCOMPARE(boxes.size(), 2);
+    QCOMPARE(boxes[1].title, u"Sin datos"_s);
+    QCOMPARE(boxes[1].text, noRootFolder);
+    QCOMPARE(boxes[1].icon, QMessageBox::Information);
+    QCOMPARE(boxes[1].buttons, QStringList({u"OK"_s}));
+    QCOMPARE(boxes[1].parent, &home->window);
+    QVERIFY(!watch.seen);
+    QVERIFY(home->window.isVisible());
+}
+
+void TestDataFolder::aFileInTheFoldersPlaceIsNoFolder()
+{
+    QVERIFY(QDir(home->dataPath()).removeRecursively());
+    writeFile(home->dataPath());
+    const auto boxes = boxesOf(u"DeleteAll"_s, {u"Aceptar"_s, u"OK"_s});
+    QCOMPARE(boxes.size(), 2);
+    QCOMPARE(boxes[1].text, noRootFolder);
+    QVERIFY(QFileInfo(home->dataPath()).isFile());
+}
+
+void TestDataFolder::theBarShowsTenStepsAndThenTheFolderGoes()
+{
+    const ProgressWatch watch(home->window, home->dataPath());
+    QCOMPARE(boxesOf(u"DeleteAll"_s, {u"Aceptar"_s}).size(), 1);
+
+    QVERIFY(watch.seen);
+    QCOMPARE(watch.title, u"Eliminando datos"_s);
+    QCOMPARE(watch.layout, u"QVBoxLayout"_s);
+    QCOMPARE(watch.range, QList<int>({0, 100, 0}));
+    QVERIFY(watch.modal);
+    QCOMPARE(watch.interval, 200);
+    QCOMPARE(watch.steps.size(), 10);
+    for (int i = 0; i < 10; ++i) {
+        QCOMPARE(watch.steps[i].value, 10 * (i + 1));
+        QVERIFY(watch.steps[i].folderExists);
+        // A loaded machine may be late, never early; the watch began after the first step did.
+        const auto due = 200 * (i + 1);
+        QVERIFY2(watch.steps[i].time > due - 150,
+                 qPrintable(u"%1 ms instead of %2"_s.arg(watch.steps[i].time).arg(due)));
+    }
+    QVERIFY(!stands(home->dataPath()));
+    QTRY_VERIFY(!watch.dialog);
+    QTRY_VERIFY(!home->window.isVisible());
+}
+
+void TestDataFolder::deletingEndsTheProgramHalfASecondLater()
+{
+    const ProgressWatch watch(home->window, home->dataPath());
+    QElapsedTimer clock;
+    QTimer::singleShot(0, &home->window, [&] {
+        QCOMPARE(boxesOf(u"DeleteAll"_s, {u"Aceptar"_s}).size(), 1);
+        clock.start();
+        QVERIFY(home->window.isVisible());
+    });
+    QCOMPARE(QApplication::exec(), 0);
+    QVERIFY(clock.isValid());
+    QVERIFY2(clock.elapsed() > 400, qPrintable(u"%1 ms"_s.arg(clock.elapsed())));
+    QVERIFY(!home->window.isVisible());
+}
+
+void TestDataFolder::everythingInTheFolderGoes()
+{
+    writeFile(inFolder(u"board.vtrz"_s));
+    writeFile(inFolder(u".hidden"_s));
+    writeFile(inFolder(u"a/b/c/deep.txt"_s));
+    writeFile(inFolder(u"a/protected.txt"_s));
+    QFile::setPermissions(inFolder(u"a/protected.txt"_s), QFile::ReadOwner);
+    writeFile(home->path(u"Documents/neighbour.txt"_s));
+    boxesOf(u"DeleteAll"_s, {u"Aceptar"_s});
+    QVERIFY(!stands(home->dataPath()));
+    QVERIFY(stands(home->path(u"Documents/neighbour.txt"_s)));
+}
+
+void TestDataFolder::linksInTheFolderGoButNotWhatTheyLeadTo()
+{
+    writeFile(home->path(u"outside/kept.txt"_s));
+    QVERIFY(QFile::link(home->path(u"outside"_s), inFolder(u"to folder.lnk"_s)));
+    QVERIFY(QFile::link(home->path(u"outside/kept.txt"_s), inFolder(u"to file.lnk"_s)));
+    QVERIFY(QFile::link(home->path(u"nowhere"_s), inFolder(u"to nothing.lnk"_s)));
+    QVERIFY(QFile::link(home->dataPath(), inFolder(u"to itself.lnk"_s)));
+    boxesOf(u"DeleteAll"_s, {u"Aceptar"_s});
+    QVERIFY(!stands(home->dataPath()));
+    QVERIFY(stands(home->path(u"outside/kept.txt"_s)));
+}
+
+void TestDataFolder::aLinkInTheFoldersPlaceGoesButNotWhatItLeadsTo()
+{
+#ifdef Q_OS_WIN
+    return; // a shortcut in the folder's place is no folder to Windows
+#else
+    QVERIFY(QDir(home->dataPath()).removeRecursively());
+    writeFile(home->path(u"outside/kept.txt"_s));
+    QVERIFY(QFile::link(home->path(u"outside"_s), home->dataPath()));
+    QCOMPARE(boxesOf(u"DeleteAll"_s, {u"Aceptar"_s}).size(), 1);
+    QVERIFY(!stands(home->dataPath()));
+    QVERIFY(stands(home->path(u"outside/kept.txt"_s)));
+#endif
+}
+
+void TestDataFolder::aFolderThatCannotBeDeletedIsReportedAndTheProgramGoesOn()
+{
+    writeFile(inFolder(u"board.vtrz"_s));
+    const LockedFolder locked(home->dataPath(), u"board.vtrz"_s);
+    const ProgressWatch watch(home->window, home->dataPath());
+    const BoxSequence sequence({u"Aceptar"_s, u"OK"_s});
+    bool parentWasTheDialog = false;
+    bool returned = false;
+    bool returnedTooSoon = true;
+    QString shownPage;
+
+    QTimer::singleShot(0, &home->window, [&] {
+        home->window.NavSettings();
+        home->click(u"DeleteAll"_s);
+        returned = true;
+    });
+    // A person goes on with the program and leaves it later.
+    QTimer person;
+    connect(&person, &QTimer::timeout, this, [&] {
+        if (sequence.boxes().size() == 2 && watch.dialog)
+            parentWasTheDialog = sequence.boxes()[1].parent == watch.dialog;
+        if (!watch.seen || watch.dialog)
+            return;
+        person.stop();
+        returnedTooSoon = returned;
+        home->click(u"NavHelpBtn"_s);
+        shownPage = home->child(u"HelpMenu"_s)->isVisible() ? u"help"_s : QString();
+        home->window.close();
+    });
+    person.start(1);
+
+    QCOMPARE(QApplication::exec(), 0);
+    QCOMPARE(sequence.boxes().size(), 2);
+    QCOMPARE(sequence.boxes()[1].title, u"Error"_s);
+    QCOMPARE(sequence.boxes()[1].text, u"No se pudo eliminar la carpeta raíz."_s);
+    QCOMPARE(sequence.boxes()[1].icon, QMessageBox::Critical);
+    QCOMPARE(sequence.boxes()[1].buttons, QStringList({u"OK"_s}));
+    QVERIFY(parentWasTheDialog);
+    QVERIFY(!returnedTooSoon);
+    QVERIFY(returned); // closing the window ended that loop, too
+    QCOMPARE(shownPage, u"help"_s);
+    QVERIFY(stands(inFolder(u"board.vtrz"_s)));
+}
+
+void TestDataFolder::quittingMeanwhileDeletesNothing()
+{
+    writeFile(inFolder(u"board.vtrz"_s));
+    const ProgressWatch watch(home->window, home->dataPath());
+    bool returned = false;
+    QTimer::singleShot(0, &home->window, [&] {
+        boxesOf(u"DeleteAll"_s, {u"Aceptar"_s});
+        returned = true;
+    });
+    QTimer person;
+    connect(&person, &QTimer::timeout, this, [&] {
+        if (watch.steps.size() == 3)
+            QCoreApplication::quit();
+    });
+    person.start(1);
+    QCOMPARE(QApplication::exec(), 0);
+    person.stop();
+    QVERIFY(returned);
+    QTest::qWait(500); // longer than a step; time itself is what is tested
+    QCOMPARE(watch.steps.size(), 3);
+    QVERIFY(stands(inFolder(u"board.vtrz"_s)));
+}
+
+void TestDataFolder::theWindowMayGoWhileTheSlotStillRuns()
+{
+    auto *const window = new MainWindow;
+    QPointer<MainWindow> guard(window);
+    const BoxSequence sequence({u"Aceptar"_s});
+    const ProgressWatch watch(*window, home->dataPath());
+    QTimer end;
+    connect(&end, &QTimer::timeout, window, [&] {
+        if (watch.steps.size() == 2)
+            delete guard;
+    });
+    end.start(1);
+    window->deleteAll();
+    QVERIFY(!guard);
+    QVERIFY(stands(home->dataPath()));
+}
+
+QTEST_MAIN(TestDataFolder)
+#include "tst_datafolder.moc"

@@ -1,0 +1,268 @@
+#include "tests/home/boardshome.h"
+#include "tests/support/messagebox.h"
+
+#include <QFileDialog>
+#include <QSignalSpy>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Makes protected counting of connections available.
+struct Connections : QObject
+{
+    static int count(const QObject &sender, const char *signal)
+    {
+        return (sender.*(&Connections::receivers))(signal);
+    }
+};
+
+/// Closes every message box that comes while it lives, and keeps their texts.
+class BoxCloser
+{
+public:
+    BoxCloser()
+    {
+        QObject::connect(&timer, &QTimer::timeout, &timer, [this] {
+            auto *const box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            if (box && box->isVisible()) {
+                texts << box->text();
+                box->close();
+            }
+        });
+        timer.start(5);
+    }
+    QStringList texts;
+
+private:
+    QTimer timer;
+};
+
+} // namespace
+
+class TestOpenBoard : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { home = std::make_unique<BoardsHome>(); }
+    void cleanup() { home.reset(); }
+
+    // Opening from the list
+    void aSingleClickOpensTheBoard();
+    void everyListingAddsAConnection();
+    void oneClickOpensOneBoardHoweverOftenTheListWasBuilt();
+    void severalBoardsOpenOneAfterAnother();
+    void twoClicksInARowAreTwoClicks();
+    void theSlotServesDirectCallsToo();
+    void aClickOnNoBoardDoesNothing();
+    void aVanishedBoardIsReportedOnceAndTheBoardWindowShown();
+    void theListIsNotRefreshedWhenTheBoardCloses();
+
+    // The two actions
+    void newBoardShowsAnEmptyBoard();
+    void newBoardAfterAnotherIsEmptyAgain();
+    void theOpenDialogAsksForBoardFiles();
+    void cancellingTheOpenDialogChangesNothing();
+    void theChosenFileIsOpenedAndTheListLeftAlone();
+    void aBrokenFileIsReportedAndTheBoardWindowShown();
+
+private:
+    std::unique_ptr<BoardsHome> home;
+};
+
+void TestOpenBoard::aSingleClickOpensTheBoard()
+{
+    writeFile(home->boardPath(u"note.vtrz"_s), boardWithANote, march(1));
+    home->writeBoards(1);
+    home->clickRow(1);
+    QVERIFY(home->boardIsOpen());
+    QCOMPARE(home->boardName(), u"note.vtrz"_s);
+    QVERIFY(home->boardItems() > 0);
+}
+
+void TestOpenBoard::everyListingAddsAConnection()
+{
+    const char *const clicked = SIGNAL(itemClicked(QListWidgetItem *));
+    const int before = Connections::count(*home->list(), clicked);
+    for (int run = 1; run <= 3; ++run) {
+        home->window.showProjects();
+        QCOMPARE(Connections::count(*home->list(), clicked), before + run);
+    }
+    QCOMPARE(Connections::count(*home->list(), SIGNAL(itemDoubleClicked(QListWidgetItem *))), 0);
+}
+
+void TestOpenBoard::oneClickOpensOneBoardHoweverOftenTheListWasBuilt()
+{
+    home->writeBoards(5);
+    for (int run = 0; run < 10; ++run)
+        home->window.showProjects();
+    const QSignalSpy rebuilt(home->list()->model(), &QAbstractItemModel::modelReset);
+    home->clickRow(2);
+    QVERIFY(home->boardIsOpen());
+    QCOMPARE(home->boardName(), u"b3.vtrz"_s);
+    QCOMPARE(rebuilt.size(), 1);
+}
+
+void TestOpenBoard::severalBoardsOpenOneAfterAnother()
+{
+    home->writeBoards(4);
+    const BoardWindow *first = nullptr;
+    for (const int row : {3, 0, 2, 1, 1}) {
+        const QSignalSpy rebuilt(home->list()->model(), &QAbstractItemModel::modelReset);
+        home->clickRow(row);
+        QVERIFY(home->boardIsOpen());
+        QCOMPARE(home->boardName(), u"b%1.vtrz"_s.arg(row + 1));
+        QCOMPARE(rebuilt.size(), 1);
+        if (!first)
+            first = home->board();
+        QCOMPARE(home->board(), first);
+        home->closeBoard();
+    }
+}
+
+void TestOpenBoard::twoClicksInARowAreTwoClicks()
+{
+    home->writeBoards(2);
+    // Sent to the list itself, so that the program has no moment of rest between the two.
+    for (const int row : {0, 1}) {
+        QTest::mouseClick(home->list()->viewport(), Qt::LeftButton, {},
+                          home->list()->visualItemRect(home->list()->item(row)).center());
+        QCOMPARE(home->boardName(), u"b%1.vtrz"_s.arg(row + 1));
+    }
+}
+
+void TestOpenBoard::theSlotServesDirectCallsToo()
+{
+    home->writeBoards(2);
+    home->clickRow(0);
+    for (const int row : {1, 0}) {
+        home->window.onProjectDoubleClicked(home->list()->item(row));
+        QCOMPARE(home->boardName(), u"b%1.vtrz"_s.arg(row + 1));
+    }
+}
+
+void TestOpenBoard::aClickOnNoBoardDoesNothing()
+{
+    home->window.onProjectDoubleClicked(nullptr);
+    home->list()->addItem(u"no path"_s);
+    home->clickRow(0);
+    QVERIFY(!home->board());
+    QVERIFY(home->window.isVisible());
+    QCOMPARE(home->listed(), QStringList({u"no path"_s}));
+}
+
+void TestOpenBoard::aVanishedBoardIsReportedOnceAndTheBoardWindowShown()
+{
+    home->writeBoards(3);
+    home->window.showProjects();
+    home->window.showProjects();
+    QVERIFY(QFile::remove(home->boardPath(u"b2.vtrz"_s)));
+    const BoxCloser boxes;
+    home->clickRow(1);
+    QCOMPARE(boxes.texts, QStringList({u"No se pudo abrir el archivo."_s}));
+    QVERIFY(home->boardIsOpen());
+    QCOMPARE(home->boardName(), u"b2.vtrz"_s);
+    QCOMPARE(home->listed(), QStringList({u"b1.vtrz"_s, u"b3.vtrz"_s}));
+}
+
+void TestOpenBoard::theListIsNotRefreshedWhenTheBoardCloses()
+{
+    home->writeBoards(1);
+    home->clickRow(0);
+    writeFile(home->boardPath(u"later.vtrz"_s), emptyBoard);
+    home->closeBoard();
+    QCOMPARE(home->listed(), QStringList({u"b1.vtrz"_s}));
+    home->clickRow(0);
+    QCOMPARE(home->listed(), QStringList({u"later.vtrz"_s, u"b1.vtrz"_s}));
+}
+
+void TestOpenBoard::newBoardShowsAnEmptyBoard()
+{
+    home->click(u"NewProject"_s);
+    QVERIFY(home->boardIsOpen());
+    QCOMPARE(home->boardName(), u"Pizarra1.vrtz"_s);
+    QCOMPARE(home->boardItems(), 0);
+}
+
+void TestOpenBoard::newBoardAfterAnotherIsEmptyAgain()
+{
+    home->writeBoards(1);
+    home->clickRow(0);
+    const auto *const first = home->board();
+    home->closeBoard();
+    home->click(u"NewProject"_s);
+    QVERIFY(home->boardIsOpen());
+    QCOMPARE(home->board(), first);
+    QCOMPARE(home->boardName(), u"Pizarra1.vtrz"_s);
+    QCOMPARE(home->boardItems(), 0);
+}
+
+void TestOpenBoard::theOpenDialogAsksForBoardFiles()
+{
+    QString title;
+    QStringList filters;
+    QWidget *parent = nullptr;
+    const ModalAnswer<QFileDialog> answer([&](QFileDialog &dialog) {
+        title = dialog.windowTitle();
+        filters = dialog.nameFilters();
+        parent = dialog.parentWidget();
+        QCOMPARE(dialog.acceptMode(), QFileDialog::AcceptOpen);
+        QCOMPARE(dialog.fileMode(), QFileDialog::ExistingFile);
+        dialog.reject();
+    });
+    home->click(u"ImportProject"_s);
+    QVERIFY(answer.seen());
+    QCOMPARE(title, u"Abrir proyecto"_s);
+    QCOMPARE(filters, QStringList({u"Pizarra de Plumara (*.vtrz)"_s}));
+    QCOMPARE(parent, &home->window);
+}
+
+void TestOpenBoard::cancellingTheOpenDialogChangesNothing()
+{
+    home->writeBoards(1);
+    const QSignalSpy rebuilt(home->list()->model(), &QAbstractItemModel::modelReset);
+    const ModalAnswer<QFileDialog> answer([](QFileDialog &dialog) { dialog.reject(); });
+    home->click(u"ImportProject"_s);
+    QVERIFY(answer.seen());
+    QVERIFY(home->window.isVisible());
+    QVERIFY(!home->board());
+    QCOMPARE(rebuilt.size(), 0);
+}
+
+void TestOpenBoard::theChosenFileIsOpenedAndTheListLeftAlone()
+{
+    const QString path = home->path(u"elsewhere/plan.vtrz"_s);
+    writeFile(path, boardWithANote);
+    writeFile(home->boardPath(u"unlisted.vtrz"_s), emptyBoard);
+    const ModalAnswer<QFileDialog> answer([&](QFileDialog &dialog) {
+        dialog.selectFile(path);
+        QMetaObject::invokeMethod(&dialog, "accept");
+    });
+    home->click(u"ImportProject"_s);
+    QVERIFY(answer.seen());
+    QVERIFY(home->boardIsOpen());
+    QCOMPARE(home->boardName(), u"plan.vtrz"_s);
+    QVERIFY(home->boardItems() > 0);
+    QCOMPARE(home->list()->count(), 0);
+}
+
+void TestOpenBoard::aBrokenFileIsReportedAndTheBoardWindowShown()
+{
+    const QString path = home->path(u"broken.vtrz"_s);
+    writeFile(path, "no board");
+    std::unique_ptr<BoxCloser> boxes;
+    const ModalAnswer<QFileDialog> answer([&](QFileDialog &dialog) {
+        boxes = std::make_unique<BoxCloser>();
+        dialog.selectFile(path);
+        QMetaObject::invokeMethod(&dialog, "accept");
+    });
+    home->click(u"ImportProject"_s);
+    QVERIFY(answer.seen());
+    QCOMPARE(boxes->texts, QStringList({u"El archivo no tiene un formato válido."_s}));
+    QVERIFY(home->boardIsOpen());
+    QCOMPARE(home->boardName(), u"broken.vtrz"_s);
+}
+
+QTEST_MAIN(TestOpenBoard)
+#include "tst_openboard.moc"
