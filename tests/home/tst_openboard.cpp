@@ -1,5 +1,5 @@
 #include "tests/home/boardshome.h"
-#include "tests/support/messagebox.h"
+#include "tests/home/boxsequence.h"
 
 #include <QFileDialog>
 #include <QSignalSpy>
@@ -15,27 +15,6 @@ struct Connections : QObject
     {
         return (sender.*(&Connections::receivers))(signal);
     }
-};
-
-/// Closes every message box that comes while it lives, and keeps their texts.
-class BoxCloser
-{
-public:
-    BoxCloser()
-    {
-        QObject::connect(&timer, &QTimer::timeout, &timer, [this] {
-            auto *const box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-            if (box && box->isVisible()) {
-                texts << box->text();
-                box->close();
-            }
-        });
-        timer.start(5);
-    }
-    QStringList texts;
-
-private:
-    QTimer timer;
 };
 
 } // namespace
@@ -158,9 +137,10 @@ void TestOpenBoard::aVanishedBoardIsReportedOnceAndTheBoardWindowShown()
     home->window.showProjects();
     home->window.showProjects();
     QVERIFY(QFile::remove(home->boardPath(u"b2.vtrz"_s)));
-    const BoxCloser boxes;
+    const BoxSequence sequence({u"OK"_s});
     home->clickRow(1);
-    QCOMPARE(boxes.texts, QStringList({u"No se pudo abrir el archivo."_s}));
+    QCOMPARE(sequence.boxes().size(), 1);
+    QCOMPARE(sequence.boxes()[0].text, u"No se pudo abrir el archivo."_s);
     QVERIFY(home->boardIsOpen());
     QCOMPARE(home->boardName(), u"b2.vtrz"_s);
     QCOMPARE(home->listed(), QStringList({u"b1.vtrz"_s, u"b3.vtrz"_s}));
@@ -251,15 +231,15 @@ void TestOpenBoard::aBrokenFileIsReportedAndTheBoardWindowShown()
 {
     const QString path = home->path(u"broken.vtrz"_s);
     writeFile(path, "no board");
-    std::unique_ptr<BoxCloser> boxes;
+    const BoxSequence sequence({u"OK"_s});
     const ModalAnswer<QFileDialog> answer([&](QFileDialog &dialog) {
-        boxes = std::make_unique<BoxCloser>();
         dialog.selectFile(path);
         QMetaObject::invokeMethod(&dialog, "accept");
     });
     home->click(u"ImportProject"_s);
     QVERIFY(answer.seen());
-    QCOMPARE(boxes->texts, QStringList({u"El archivo no tiene un formato válido."_s}));
+    QCOMPARE(sequence.boxes().size(), 1);
+    QCOMPARE(sequence.boxes()[0].text, u"El archivo no tiene un formato válido."_s);
     QVERIFY(home->boardIsOpen());
     QCOMPARE(home->boardName(), u"broken.vtrz"_s);
 }
