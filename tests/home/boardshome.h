@@ -28,7 +28,7 @@ inline void writeFile(const QString &path, const QByteArray &content, const QDat
 /// Seven minutes past \a hour on a day of March 2026.
 inline QDateTime march(int day, int hour = 14)
 {
-    return QDateTime(QDate(2026, 3, day), QTime(hour, 7));
+    return {QDate(2026, 3, day), QTime(hour, 7)};
 }
 
 /// A home window with boards in its data folder.

@@ -28,6 +28,7 @@ public:
     }
 
     QPointer<QDialog> dialog;
+    const QWidget *identity = nullptr; // of the dialog, also when it is gone; to compare with only
     bool seen = false;
     QString title;
     QString layout;
@@ -46,13 +47,14 @@ private:
         clock.start();
         seen = true;
         dialog = qobject_cast<QDialog *>(bar->window());
+        identity = dialog;
         title = dialog->windowTitle();
         layout = QString::fromLatin1(dialog->layout()->metaObject()->className());
         range = {bar->minimum(), bar->maximum(), bar->value()};
         modal = dialog->isModal() && dialog->parentWidget() == &window;
-        if (const auto *const beat = dialog->findChild<QTimer *>({}, Qt::FindDirectChildrenOnly))
-            interval = beat->interval();
         QObject::connect(bar, &QProgressBar::valueChanged, bar, [this](int value) {
+            if (auto *const beat = dialog->findChild<QTimer *>({}, Qt::FindDirectChildrenOnly))
+                interval = beat->interval();
             steps << Step{value, clock.elapsed(), QFileInfo::exists(folder)};
         });
     }
