@@ -152,6 +152,7 @@ void TestEndOfPresentation::escapeBringsTheCanvasBack()
     enter(board);
     const QRectF presented = board.view.sceneRect();
     board.scene.setSceneRect(0, 0, 800, 600);
+    board.view.resize(800, 600);
 
     press(board, Qt::Key_Escape);
 
