@@ -34,8 +34,8 @@ void watch(QGraphicsItem *item, BoardWindow *window, Function changed)
 
 void BoardWindow::saveBoardAs()
 {
-    QString path = QFileDialog::getSaveFileName(this, u"Guardar proyecto como"_s,
-                                                QDir::homePath(), u"Orvane Plumara (*.vtrz)"_s);
+    QString path = QFileDialog::getSaveFileName(this, u"Guardar proyecto como"_s, QDir::homePath(),
+                                                u"Orvane Plumara (*.vtrz)"_s);
     if (path.isEmpty())
         return;
     // Case-sensitive on purpose: "plan.VTRZ" becomes "plan.VTRZ.vtrz".

@@ -105,9 +105,8 @@ void BoardWindow::resizeEvent(QResizeEvent *event)
 /// A reminder that still runs when the next presentation begins cuts that one's short.
 void BoardWindow::showReminder()
 {
-    std::erase_if(reminderFades, [](const auto &fade) {
-        return fade->state() == QAbstractAnimation::Stopped;
-    });
+    std::erase_if(reminderFades,
+                  [](const auto &fade) { return fade->state() == QAbstractAnimation::Stopped; });
 
     ui->AdviseFS->show();
     ui->AdviseFS->setWindowOpacity(1.0);

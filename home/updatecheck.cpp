@@ -22,7 +22,7 @@ namespace {
 constexpr auto programVersion = "1.0.2026"_L1;
 constexpr int fadeTime = 150; // ms
 constexpr int serverPatience = 30'000; // ms without a byte from the server
-constexpr qint64 largestAnswer = 64 * 1024; // bytes; a version document has a few dozen
+constexpr qint64 largestAnswer = 64LL * 1024; // bytes; a version document has a few dozen
 
 /// An address on the update server, whose host is fixed when the program is built.
 QUrl serverUrl(const QString &path)

@@ -42,9 +42,8 @@ QJsonObject strokeElement(const QGraphicsPathItem &stroke)
     QJsonArray points;
     for (int i = 0; i < path.elementCount(); ++i) {
         const auto element = path.elementAt(i);
-        points.append(QJsonObject{{"x"_L1, element.x},
-                                  {"y"_L1, element.y},
-                                  {"type"_L1, static_cast<int>(element.type)}});
+        points.append(QJsonObject{
+            {"x"_L1, element.x}, {"y"_L1, element.y}, {"type"_L1, static_cast<int>(element.type)}});
     }
     const QPen pen = stroke.pen();
     return {{"type"_L1, "freedraw"_L1},
@@ -59,12 +58,8 @@ QJsonObject arrowElement(const QGraphicsLineItem &arrow)
 {
     const QLineF line = arrow.line();
     const QPen pen = arrow.pen();
-    return {{"type"_L1, "arrow"_L1},
-            {"x1"_L1, line.x1()},
-            {"y1"_L1, line.y1()},
-            {"x2"_L1, line.x2()},
-            {"y2"_L1, line.y2()},
-            {"color"_L1, pen.color().name()},
+    return {{"type"_L1, "arrow"_L1},  {"x1"_L1, line.x1()}, {"y1"_L1, line.y1()},
+            {"x2"_L1, line.x2()},     {"y2"_L1, line.y2()}, {"color"_L1, pen.color().name()},
             {"width"_L1, pen.width()}};
 }
 

@@ -39,7 +39,7 @@ void TestBoardTeardown::theWindowTakesAllItOwnsWithIt_data()
     QTest::addColumn<Preparation>("prepare");
 
     const auto row = [](const char *name, Preparation prepare) { QTest::newRow(name) << prepare; };
-    row("nothing happened", [](ShownBoard &) {});
+    row("nothing happened", [](ShownBoard &) { });
     row("items are selected", [](ShownBoard &board) {
         board.scene.addItem(new StickyNoteItem);
         auto *const image = new ResizablePixmapItem(QPixmap(u":/img/plumdoc.png"_s));

@@ -340,7 +340,7 @@ void TestBoardWindow::aChangedLoadedItemMarksTheBoard()
         QJsonArray{BoardFile::note(500, 300), BoardFile::stroke(900, 300, 1000, 400),
                    BoardFile::arrow(900, 500, 1000, 600), BoardFile::image(500, 700, {})}));
     const auto items = board.all<QObject>();
-    const auto item = std::find_if(items.cbegin(), items.cend(), [&](const QObject *object) {
+    const auto item = std::ranges::find_if(items, [&](const QObject *object) {
         return object->metaObject()->className() == className;
     });
     QVERIFY(item != items.cend());

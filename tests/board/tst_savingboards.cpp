@@ -376,7 +376,7 @@ void TestSavingBoards::fiveThousandStrokesOpenAndSave()
     board.window.saveBoard();
 
     // The file lists the topmost first, and what is read first ends up lowest.
-    std::reverse(written.begin(), written.end());
+    std::ranges::reverse(written);
     QJsonArray expected;
     for (const auto &stroke : std::as_const(written))
         expected << stroke;

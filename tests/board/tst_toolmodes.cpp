@@ -38,8 +38,7 @@ constexpr Mode modes[] = {
 
 const Mode &modeOf(const QByteArray &button)
 {
-    return *std::find_if(std::begin(modes), std::end(modes),
-                         [&](const Mode &mode) { return mode.button == button; });
+    return *std::ranges::find_if(modes, [&](const Mode &mode) { return mode.button == button; });
 }
 
 /// The names of the mode buttons that are checked.

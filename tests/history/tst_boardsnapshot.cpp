@@ -58,10 +58,9 @@ QPainterPath zigzag()
 template <typename Item> std::unique_ptr<Item> restored(const ItemState &state)
 {
     std::unique_ptr<QGraphicsItem> item(restoreItem(state));
-    auto *const wanted = dynamic_cast<Item *>(item.get());
-    if (wanted)
-        static_cast<void>(item.release());
-    return std::unique_ptr<Item>(wanted);
+    if (!dynamic_cast<Item *>(item.get()))
+        return nullptr;
+    return std::unique_ptr<Item>(dynamic_cast<Item *>(item.release()));
 }
 
 /// The snapshot's only state for \a item at (12, 34.5) of a board of its own.

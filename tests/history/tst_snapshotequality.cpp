@@ -343,7 +343,7 @@ void tst_SnapshotEquality::fiveThousandStrokesComeBackEqual()
     auto after = takeSnapshot(rebuilt);
     QCOMPARE(after.size(), count);
     // All restored strokes share one height, and what was added last lies on top.
-    std::reverse(after.begin(), after.end());
+    std::ranges::reverse(after);
     QVERIFY(snapshotsEqual(after, before));
 
     std::swap(after[2500], after[2501]);

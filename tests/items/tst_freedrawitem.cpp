@@ -158,7 +158,7 @@ void tst_FreeDrawItem::settingThePathRepaintsEvenIfItStaysTheSame()
     stroke->setPath(stroke->path());
     QTRY_VERIFY(!changed.isEmpty());
     const auto regions = changed.constFirst().constFirst().value<QList<QRectF>>();
-    QVERIFY(std::any_of(regions.cbegin(), regions.cend(), [&](const QRectF &region) {
+    QVERIFY(std::ranges::any_of(regions, [&](const QRectF &region) {
         return region.contains(stroke->sceneBoundingRect());
     }));
 }

@@ -155,7 +155,7 @@ void tst_StickyNoteMenu::choosingAColorRepaints()
     askForMenu(on);
     QVERIFY(menu.seen());
     const QRectF whole = on.note->sceneBoundingRect();
-    QTRY_VERIFY(std::any_of(changed.cbegin(), changed.cend(), [&](const auto &arguments) {
+    QTRY_VERIFY(std::ranges::any_of(changed, [&](const auto &arguments) {
         return arguments.constFirst().template value<QList<QRectF>>().contains(whole);
     }));
 }

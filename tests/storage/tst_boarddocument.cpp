@@ -74,7 +74,7 @@ QJsonObject firstElement(const QGraphicsScene &scene)
     return buildBoardDocument(scene).value("items"_L1).toArray().first().toObject();
 }
 
-QByteArray withoutImageData(QByteArray document)
+QByteArray withoutImageData(const QByteArray &document)
 {
     static const QRegularExpression data(u"(\"imageData\": \")[^\"]*(\")"_s);
     return QString::fromUtf8(document).replace(data, u"\\1\\2"_s).toUtf8();

@@ -51,10 +51,9 @@ QByteArray filled(QByteArray json, const QByteArray &value)
 template <typename Item> std::unique_ptr<Item> read(const QByteArray &json)
 {
     auto item = itemFrom(json);
-    auto *const wanted = dynamic_cast<Item *>(item.get());
-    if (wanted)
-        static_cast<void>(item.release());
-    return std::unique_ptr<Item>(wanted);
+    if (!dynamic_cast<Item *>(item.get()))
+        return nullptr;
+    return std::unique_ptr<Item>(dynamic_cast<Item *>(item.release()));
 }
 
 } // namespace

@@ -165,8 +165,8 @@ void tst_HostileDocuments::oddTextsComeBackFromTheFile()
     QVERIFY(openDocument(reopened, bytesOf(scene)));
     QStringList before = toldOf(scene);
     QStringList after = toldOf(reopened);
-    std::sort(before.begin(), before.end());
-    std::sort(after.begin(), after.end());
+    std::ranges::sort(before);
+    std::ranges::sort(after);
     QCOMPARE(after, before);
     // Markup is text like any other.
     QCOMPARE(before.filter(u"note '<b onclick=\"x\">no es HTML</b><img src="_s).size(), 1);

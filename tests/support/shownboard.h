@@ -89,8 +89,8 @@ public:
     qsizetype count() const
     {
         const auto items = scene.items();
-        return std::count_if(items.cbegin(), items.cend(),
-                             [](const QGraphicsItem *item) { return !item->parentItem(); });
+        return std::ranges::count_if(items,
+                                     [](const QGraphicsItem *item) { return !item->parentItem(); });
     }
 
     BoardWindow window;
