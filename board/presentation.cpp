@@ -1,10 +1,10 @@
 #include "board/boardwindow.h"
 
 #include "board/boardgeometry.h"
+#include "board/windowlook.h"
 
 #include "ui_boardwindow.h"
 
-#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPropertyAnimation>
@@ -14,7 +14,6 @@
 
 #include <chrono>
 
-using namespace Qt::Literals::StringLiterals;
 using namespace std::chrono_literals;
 
 // The board on the full screen, with the panels at the screen's edges.
@@ -160,6 +159,6 @@ void BoardWindow::stopPresentation()
     setCursorMode();
     ui->Presentar->setCurrentIndex(-1);
     // The change of the window's flags loses the styling: have it applied again.
-    QFontDatabase::addApplicationFont(u":/fonts/Montserrat-Regular.ttf"_s);
+    registerFont();
     setStyleSheet(styleSheet());
 }

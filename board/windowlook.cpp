@@ -6,9 +6,14 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-void applyWindowLook(QWidget &window)
+void registerFont()
 {
     QFontDatabase::addApplicationFont(u":/fonts/Montserrat-Regular.ttf"_s);
+}
+
+void applyWindowLook(QWidget &window)
+{
+    registerFont();
     QFile style(u":/styles/window.qss"_s);
     if (style.open(QIODevice::ReadOnly))
         window.setStyleSheet(QString::fromUtf8(style.readAll()));

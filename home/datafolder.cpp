@@ -4,10 +4,14 @@
 
 #include "ui_mainwindow.h"
 
+#include <QCloseEvent>
+#include <QCoreApplication>
 #include <QDialog>
 #include <QDir>
 #include <QEventLoop>
+#include <QFile>
 #include <QFileInfo>
+#include <QKeyEvent>
 #include <QMessageBox>
 #include <QParallelAnimationGroup>
 #include <QProgressBar>
@@ -17,7 +21,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -27,9 +31,28 @@ constexpr int coverGrowTime = 250; // ms
 constexpr int coverStayTime = 3000; // ms
 constexpr int coverShrinkTime = 200; // ms
 
+constexpr int progressWidth = 320; // pixels, for the title to be read
 constexpr int progressInterval = 200; // ms
 constexpr int progressStep = 10; // per cent
 constexpr int closeDelay = 500; // ms
+
+/// The progress dialog. The person cannot send it away while its work goes on; the program can, and
+/// so can the end of the program.
+class ProgressDialog : public QDialog
+{
+public:
+    using QDialog::QDialog;
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override { event->ignore(); }
+    void closeEvent(QCloseEvent *event) override
+    {
+        if (event->spontaneous())
+            event->ignore();
+        else
+            QDialog::closeEvent(event);
+    }
+};
 
 /// The rectangles that a cover of the cache button passes through.
 struct CoverPath
@@ -72,6 +95,8 @@ bool removeFile(const QString &path)
 bool removeTree(const QFileInfo &entry)
 {
     const QString path = entry.filePath();
+    if (!entry.exists() && !entry.isSymLink())
+        return true; // gone meanwhile
     if (entry.isSymLink() || entry.isJunction())
         return QFile::remove(path) || QDir().rmdir(path); // a link to a folder is one to Windows
     if (!entry.isDir())
@@ -83,6 +108,21 @@ bool removeTree(const QFileInfo &entry)
     for (const QFileInfo &child : entries)
         removed = removeTree(child) && removed;
     return removed && QDir().rmdir(path);
+}
+
+bool confirmDeletion(QWidget *parent)
+{
+    QMessageBox box(parent);
+    box.setWindowTitle(u"Confirmar eliminación"_s);
+    box.setText(
+        u"¿De verdad desea eliminar todos los datos registrados, incluyendo proyectos y la carpeta "
+        "raíz?\n\nUna vez los datos sean eliminados, el programa se cerrará en automático y deberá "
+        "reiniciarlo manualmente."_s);
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    box.button(QMessageBox::Yes)->setText(u"Aceptar"_s);
+    box.button(QMessageBox::No)->setText(u"Cancelar"_s);
+    box.setDefaultButton(QMessageBox::No);
+    return box.exec() == QMessageBox::Yes;
 }
 
 } // namespace
@@ -130,24 +170,9 @@ void MainWindow::redoFolder()
     }
 }
 
-bool MainWindow::confirmDeletion()
-{
-    QMessageBox box(this);
-    box.setWindowTitle(u"Confirmar eliminación"_s);
-    box.setText(
-        u"¿De verdad desea eliminar todos los datos registrados, incluyendo proyectos y la carpeta "
-        "raíz?\n\nUna vez los datos sean eliminados, el programa se cerrará en automático y deberá "
-        "reiniciarlo manualmente."_s);
-    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-    box.button(QMessageBox::Yes)->setText(u"Aceptar"_s);
-    box.button(QMessageBox::No)->setText(u"Cancelar"_s);
-    box.setDefaultButton(QMessageBox::No);
-    return box.exec() == QMessageBox::Yes;
-}
-
 void MainWindow::deleteAll()
 {
-    if (!confirmDeletion())
+    if (!confirmDeletion(this))
         return;
     if (!QDir(dataPath).exists()) {
         QMessageBox::information(this, u"Sin datos"_s,
@@ -155,11 +180,12 @@ void MainWindow::deleteAll()
         return;
     }
 
-    auto *const dialog = new QDialog(this);
+    auto *const dialog = new ProgressDialog(this);
     dialog->setWindowTitle(u"Eliminando datos"_s);
     auto *const bar = new QProgressBar;
     bar->setRange(0, 100);
     bar->setValue(0);
+    bar->setMinimumWidth(progressWidth);
     (new QVBoxLayout(dialog))->addWidget(bar);
     dialog->setModal(true);
     dialog->show();

@@ -13,7 +13,7 @@
 #include <qt_windows.h>
 #endif
 
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 

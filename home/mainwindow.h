@@ -82,11 +82,9 @@ private:
     BoardWindow *board();
     void openBoard(const QString &path);
 
-    // datafolder.cpp
-    bool confirmDeletion();
-
     // updatecheck.cpp
     void readVersion(QNetworkReply *reply);
+    void setPagesEnabled(bool enabled);
     QPropertyAnimation *fadeUpdateAdvisor(qreal from, qreal to);
 
     std::unique_ptr<Ui::MainWindow> ui;

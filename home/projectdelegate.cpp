@@ -2,7 +2,7 @@
 
 #include <QPainter>
 
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -41,7 +41,7 @@ void MainWindow::ProjectDelegate::paint(QPainter *painter, const QStyleOptionVie
 
     font.setWeight(QFont::Normal);
     painter->setFont(font);
-    painter->drawText(corner + infoOffset, index.data(Qt::UserRole).toString());
+    painter->drawText(corner + infoOffset, index.data(InfoRole).toString());
 
     painter->restore();
 }

@@ -6,10 +6,13 @@
 #include <QStyledItemDelegate>
 
 /// Draws a row of the list of recent boards: the document icon, the file name and, under it, the
-/// folder and the time of the last change (the row's Qt::UserRole).
+/// folder and the time of the last change.
 class MainWindow::ProjectDelegate : public QStyledItemDelegate
 {
 public:
+    /// The line under the file name.
+    static constexpr int InfoRole = Qt::UserRole;
+
     ProjectDelegate();
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option,

@@ -3,6 +3,7 @@
 #include "home/mainwindow.h"
 
 #include "board/boardwindow.h"
+#include "home/projectdelegate.h"
 #include "ui_mainwindow.h"
 
 #include <QDir>
@@ -10,11 +11,11 @@
 #include <QFileInfo>
 #include <QLabel>
 
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int InfoRole = Qt::UserRole;
+constexpr int InfoRole = MainWindow::ProjectDelegate::InfoRole;
 constexpr int PathRole = Qt::UserRole + 1;
 
 } // namespace

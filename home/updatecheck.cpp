@@ -13,15 +13,19 @@
 #include <QNetworkRequest>
 #include <QProcess>
 #include <QPropertyAnimation>
+#include <QTimer>
 #include <QUrl>
 
-using namespace Qt::StringLiterals;
+#include <chrono>
+
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto programVersion = "1.0.2026"_L1;
+constexpr QLatin1StringView programVersion(PLUMARA_VERSION);
 constexpr int fadeTime = 150; // ms
-constexpr int serverPatience = 30'000; // ms without a byte from the server
+constexpr auto serverPatience = 30s; // for the whole answer
 constexpr qint64 largestAnswer = 64LL * 1024; // bytes; a version document has a few dozen
 
 /// An address on the update server, whose host is fixed when the program is built.
@@ -54,10 +58,10 @@ void endProcessTree()
 
 void MainWindow::checkVersion()
 {
-    network.setTransferTimeout(serverPatience);
     auto *const reply = network.get(QNetworkRequest(serverUrl(u"/updates/plumara/version.json"_s)));
 
-    // Whatever a server sends, no more than this much is ever held in memory.
+    // Whatever a server sends, no more than this much of it is held in memory, and not for longer.
+    QTimer::singleShot(serverPatience, reply, &QNetworkReply::abort);
     reply->setReadBufferSize(largestAnswer);
     connect(reply, &QNetworkReply::readyRead, reply, [reply] {
         if (reply->bytesAvailable() >= largestAnswer)
@@ -95,6 +99,7 @@ void MainWindow::showUpdateMessage()
 {
     if (auto *const fade = fadeUpdateAdvisor(0.0, 1.0)) {
         ui->UpdateAdvisor->show();
+        setPagesEnabled(false);
         fade->start(QAbstractAnimation::DeleteWhenStopped);
     }
 }
@@ -103,8 +108,17 @@ void MainWindow::closeUpdateMessage()
 {
     if (auto *const fade = fadeUpdateAdvisor(1.0, 0.0)) {
         connect(fade, &QPropertyAnimation::finished, ui->UpdateAdvisor, &QWidget::hide);
+        setPagesEnabled(true);
         fade->start(QAbstractAnimation::DeleteWhenStopped);
     }
+}
+
+/// Lets the keyboard reach what lies under the advisor, or keeps it off as the advisor keeps the
+/// pointer off.
+void MainWindow::setPagesEnabled(bool enabled)
+{
+    for (auto *const part : {ui->SideMenu, ui->MainMenu, ui->SettingsMenu, ui->HelpMenu})
+        part->setEnabled(enabled);
 }
 
 /// A fade of the update advisor, not yet started; null when the advisor has no opacity effect.

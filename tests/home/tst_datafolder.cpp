@@ -57,6 +57,8 @@ private slots:
     void linksInTheFolderGoButNotWhatTheyLeadTo();
     void aLinkInTheFoldersPlaceGoesButNotWhatItLeadsTo();
     void aFolderThatCannotBeDeletedIsReportedAndTheProgramGoesOn();
+    void aFolderThatVanishesMeanwhileIsDeleted();
+    void escapeDoesNotSendTheProgressAway();
     void quittingMeanwhileDeletesNothing();
     void theWindowMayGoWhileTheSlotStillRuns();
 
@@ -308,6 +310,37 @@ void TestDataFolder::aFolderThatCannotBeDeletedIsReportedAndTheProgramGoesOn()
     QVERIFY(returned); // closing the window ended that loop, too
     QCOMPARE(shownPage, u"help"_s);
     QVERIFY(stands(inFolder(u"board.vtrz"_s)));
+}
+
+void TestDataFolder::aFolderThatVanishesMeanwhileIsDeleted()
+{
+    const ProgressWatch watch(home->window, home->dataPath());
+    QTimer other;
+    connect(&other, &QTimer::timeout, this, [&] {
+        if (watch.steps.size() == 2)
+            QDir(home->dataPath()).removeRecursively();
+    });
+    other.start(1);
+    QCOMPARE(boxesOf(u"DeleteAll"_s, {u"Aceptar"_s}).size(), 1);
+    QTRY_VERIFY(!home->window.isVisible());
+}
+
+void TestDataFolder::escapeDoesNotSendTheProgressAway()
+{
+    const ProgressWatch watch(home->window, home->dataPath());
+    QTimer person;
+    bool stayed = false;
+    connect(&person, &QTimer::timeout, this, [&] {
+        if (watch.steps.size() != 2)
+            return;
+        person.stop();
+        QTest::keyClick(watch.dialog->windowHandle(), Qt::Key_Escape);
+        stayed = watch.dialog->isVisible();
+    });
+    person.start(1);
+    QCOMPARE(boxesOf(u"DeleteAll"_s, {u"Aceptar"_s}).size(), 1);
+    QVERIFY(stayed);
+    QCOMPARE(watch.steps.size(), 10);
 }
 
 void TestDataFolder::quittingMeanwhileDeletesNothing()

@@ -4,12 +4,29 @@
 #include <QPainter>
 #include <QStyledItemDelegate>
 
+#include <algorithm>
+#include <functional>
+#include <limits>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
 constexpr int infoRole = Qt::UserRole;
 constexpr int pathRole = Qt::UserRole + 1;
+
+/// In microseconds; the shortest of several runs is the one that nothing else disturbed.
+qint64 shortestTime(const std::function<void()> &work)
+{
+    qint64 shortest = std::numeric_limits<qint64>::max();
+    for (int i = 0; i < 3; ++i) {
+        QElapsedTimer timer;
+        timer.start();
+        work();
+        shortest = std::min(shortest, timer.nsecsElapsed() / 1000);
+    }
+    return shortest;
+}
 
 } // namespace
 
@@ -111,12 +128,17 @@ void TestRecentBoards::twoThousandBoardsAreListedAtOnce()
 {
     for (int i = 0; i < 2000; ++i)
         writeFile(home->boardPath(u"%1.vtrz"_s.arg(i)), emptyBoard);
-    QElapsedTimer timer;
-    timer.start();
-    home->window.showProjects();
-    home->window.grab();
-    QVERIFY2(timer.elapsed() < 800, qPrintable(u"%1 ms"_s.arg(timer.elapsed())));
+    // Measured against what cannot be avoided, in the same run: reading the folder.
+    const auto reading = shortestTime(
+        [this] { QDir(home->dataPath()).entryInfoList({u"*.vtrz"_s}, QDir::Files, QDir::Time); });
+    const auto listing = shortestTime([this] {
+        home->window.showProjects();
+        home->window.grab();
+    });
     QCOMPARE(home->list()->count(), 2000);
+    constexpr int mostTimesLonger = 5;
+    QVERIFY2(listing < mostTimesLonger * reading,
+             qPrintable(u"%1 µs, reading alone %2 µs"_s.arg(listing).arg(reading)));
 }
 
 void TestRecentBoards::everyRowIs60PixelsHigh()

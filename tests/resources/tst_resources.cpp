@@ -11,7 +11,7 @@
 
 #include <algorithm>
 
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 
 /// What the program carries with it: pictures, icon file, font, style sheet; and that the pictures
 /// are the ones that resources/art describes.

@@ -15,7 +15,7 @@
 
 #include <memory>
 
-using namespace Qt::StringLiterals;
+using namespace Qt::Literals::StringLiterals;
 
 /// The toolkit's own texts, as a person meets them, once the translation is installed.
 class tst_ToolkitTranslation : public QObject

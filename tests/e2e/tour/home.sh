@@ -60,6 +60,8 @@ click "${delete_all[@]}"
 on "Confirmar eliminación"
 keys Tab space # Aceptar
 on "Eliminando datos"
+keys Escape alt+F4
+is_shown "Eliminando datos" || fail "the progress can be sent away"
 shot eliminando-datos
 eventually "the program does not end after deleting all data" is_dead "$pid"
 [[ ! -e $boards ]] || fail "the data folder is still there"
