@@ -5,15 +5,14 @@
 #include "items/resizablepixmapitem.h"
 #include "items/stickynoteitem.h"
 #include "storage/boarddocument.h"
+#include "storage/boardfile.h"
 
 #include "ui_boardwindow.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QMessageBox>
 
 using namespace Qt::Literals::StringLiterals;
@@ -56,21 +55,15 @@ void BoardWindow::saveBoard()
 void BoardWindow::writeBoardFile(const QString &path, bool adoptPath)
 {
     // The document is complete before the file is opened, and with that emptied.
-    const QJsonDocument document(buildBoardDocument(*scene));
-
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+    switch (::writeBoardFile(path, buildBoardDocument(*scene))) {
+    case BoardFileWriting::CannotOpen:
         warn(u"No se pudo guardar el archivo."_s);
         return;
-    }
-    qint64 written = file.write(document.toJson(QJsonDocument::Indented));
-    // A small board waits in the file's buffer: only now does a full disk show.
-    if (!file.flush())
-        written = -1;
-    file.close();
-    if (written <= 0) {
+    case BoardFileWriting::WriteFailed:
         warn(u"Error al escribir en el archivo."_s);
         return;
+    case BoardFileWriting::Written:
+        break;
     }
 
     if (adoptPath)
@@ -81,22 +74,22 @@ void BoardWindow::writeBoardFile(const QString &path, bool adoptPath)
 
 void BoardWindow::loadBoard(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    const BoardFileContents contents = readBoardFile(path);
+    switch (contents.status) {
+    case BoardFileContents::CannotOpen:
         warn(u"No se pudo abrir el archivo."_s);
         return;
-    }
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
-    file.close();
-    if (!document.isObject()) {
+    case BoardFileContents::NoBoard:
         warn(u"El archivo no tiene un formato válido."_s);
         return;
+    case BoardFileContents::Read:
+        break;
     }
 
     // Only now that the document is accepted does the present board go.
     scene->clear();
     const auto markUnsaved = [this] { setUnsaved(true); };
-    const QJsonArray elements = document.object().value("items"_L1).toArray();
+    const QJsonArray elements = contents.document.value("items"_L1).toArray();
     for (const auto &element : elements) {
         auto *const item = itemFromElement(element.toObject()).release();
         if (!item)

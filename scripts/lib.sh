@@ -8,7 +8,7 @@ declare -A packages=(
     # The version is fixed because every release of clang-format lays some code out differently;
     # 19 is in Debian 12 and 13 alike.
     [lint]="clang-format-19 clang-tidy-19"
-    [test]="openssl"
+    [test]="openssl libbenchmark-dev"
 )
 # The same where there is no apt: the commands that have to be here.
 declare -A commands=(

@@ -100,7 +100,8 @@ void TestToolModes::aModeHasItsTitleCursorAndButton_data()
 void TestToolModes::aModeHasItsTitleCursorAndButton()
 {
     QFETCH(const bool, byClick);
-    const Mode &mode = modeOf(QByteArray(QTest::currentDataTag()).split(' ').constFirst());
+    const QByteArray button = QByteArray(QTest::currentDataTag()).split(' ').constFirst();
+    const Mode &mode = modeOf(button);
     ShownBoard board;
     // From another mode, so that the cursor mode too has something to do.
     board.window.setEraseMode();

@@ -4,14 +4,16 @@
 
 #include <QPointer>
 
+#include <utility>
+
 /// Answers the message boxes that come while it lives, one after the other, by clicking the button
 /// with the given text, and keeps what they said. An empty text presses Escape, and so does every
 /// box beyond the expected ones.
 class BoxSequence
 {
 public:
-    explicit BoxSequence(const QStringList &buttonTexts)
-        : answers(buttonTexts)
+    explicit BoxSequence(QStringList buttonTexts)
+        : answers(std::move(buttonTexts))
     {
         QObject::connect(&timer, &QTimer::timeout, &timer, [this] { look(); });
         timer.start(5);

@@ -9,10 +9,10 @@ inline const QStringList checkBoxes = {
     QStringLiteral("CheckUpdates"), QStringLiteral("OnlyViewData"), QStringLiteral("CompressFiles"),
     QStringLiteral("BetterPerformance"), QStringLiteral("BetterX2")};
 
-inline QList<bool> checkStates(const HomeWindow &home)
+inline QList<bool> checkStates(const MainWindow &window)
 {
     QList<bool> states;
     for (const QString &name : checkBoxes)
-        states << home.child<QCheckBox>(name)->isChecked();
+        states << window.findChild<QCheckBox *>(name)->isChecked();
     return states;
 }

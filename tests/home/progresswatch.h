@@ -8,6 +8,8 @@
 #include <QProgressBar>
 #include <QTimer>
 
+#include <utility>
+
 /// Watches for the progress dialog of the home window and keeps the steps of its bar.
 class ProgressWatch
 {
@@ -19,9 +21,9 @@ public:
         bool folderExists;
     };
 
-    ProgressWatch(QWidget &home, const QString &dataPath)
+    ProgressWatch(QWidget &home, QString dataPath)
         : window(home)
-        , folder(dataPath)
+        , folder(std::move(dataPath))
     {
         QObject::connect(&timer, &QTimer::timeout, &timer, [this] { look(); });
         timer.start(1);

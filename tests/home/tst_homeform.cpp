@@ -208,7 +208,7 @@ void TestHomeForm::theCheckBoxesAreMadeInTheirOrder()
 
 void TestHomeForm::theCheckBoxesStartInTheirStates()
 {
-    QCOMPARE(checkStates(*home), QList<bool>({true, false, false, true, true}));
+    QCOMPARE(checkStates(home->window), QList<bool>({true, false, false, true, true}));
     for (const QString &name : checkBoxes)
         QCOMPARE(home->child(name)->isEnabled(), name != u"CheckUpdates"_s);
 }

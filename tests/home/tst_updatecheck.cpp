@@ -117,7 +117,7 @@ void TestUpdateCheck::theRequestIsForTheVersionDocument()
     QTRY_COMPARE(server->requests.size(), 1);
     const QByteArray request = server->requests.constFirst();
     QVERIFY(request.startsWith("GET /updates/plumara/version.json HTTP/1.1\r\n"));
-    QVERIFY(request.contains("\r\nHost: " + host.toUtf8() + "\r\n"));
+    QVERIFY(request.toLower().contains("\r\nhost: " + host.toUtf8() + "\r\n"));
     QVERIFY(server->tunnels.constFirst().startsWith("CONNECT " + host.toUtf8() + ":443 "));
 }
 

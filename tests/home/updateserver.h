@@ -32,7 +32,7 @@ public:
 
     QSslCertificate authority() const { return QSslCertificate(read("ca.crt")); }
     QSslCertificate certificate() const { return QSslCertificate(read("server.crt")); }
-    QSslKey key() const { return QSslKey(read("server.key"), QSsl::Rsa); }
+    QSslKey key() const { return {read("server.key"), QSsl::Rsa}; }
 
 private:
     void openssl(const QByteArrayList &arguments) const

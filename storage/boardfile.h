@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QString>
+
+// A board's document in its file. There is no temporary file, no backup and no lock.
+
+/// What became of reading a board file.
+struct BoardFileContents
+{
+    enum Status { Read, CannotOpen, NoBoard };
+
+    Status status = CannotOpen;
+    /// The document, when it was read.
+    QJsonObject document;
+};
+
+/// Reads the board file \a path. Anything that is no JSON object is no board.
+BoardFileContents readBoardFile(const QString &path);
+
+/// What became of writing a board file. After WriteFailed the file is left cut off, after
+/// CannotOpen it is as it was.
+enum class BoardFileWriting { Written, CannotOpen, WriteFailed };
+
+/// Replaces the contents of the file \a path by \a document.
+BoardFileWriting writeBoardFile(const QString &path, const QJsonObject &document);
