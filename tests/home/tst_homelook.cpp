@@ -1,0 +1,231 @@
+#include "tests/home/homewindow.h"
+#include "tests/support/filedialoganswer.h"
+
+#include <QFontInfo>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTranslator>
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr Qt::Alignment center = Qt::AlignCenter;
+constexpr Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
+constexpr Qt::Alignment topLeft = Qt::AlignLeft | Qt::AlignTop;
+constexpr Qt::Alignment topCenter = Qt::AlignHCenter | Qt::AlignTop;
+
+struct AlignmentRow
+{
+    const char *name;
+    Qt::Alignment alignment;
+};
+
+const AlignmentRow alignmentRows[] = {
+    {"Separator", topCenter},  {"SeparatorMenu", topCenter}, {"ClockTxt", center},
+    {"BetaMessage", left},     {"LogoEnterprise", center},   {"UpdateTitle", left},
+    {"NewVersionDesc", left},  {"NewVersionDesc_2", left},   {"UpdateDesc", topLeft},
+    {"InstallerLogo", center}, {"UpdateIcon", center},
+};
+
+// The window's style sheet overrides the family; without it the form's own shows.
+const char *const segoeNames[] = {
+    "CheckUpdates", "OnlyViewData",  "CompressFiles", "BetterPerformance",
+    "BetterX2",     "ClearCacheBtn", "RedoFolder",    "AboutSubtitleSettings",
+    "BetaMessage",  "UpdateTitle",   "UpdateDesc",
+};
+
+const char *const overlayLabels[] = {
+    "UpdateTitle",   "NewVersionDesc", "UpdateDesc",       "SubTitleLabelTxt_13",
+    "InstallerLogo", "UpdateIcon",     "NewVersionDesc_2",
+};
+
+/// Translates every text of the home window into something else.
+class Backwards : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char *context, const char *source, const char *, int) const override
+    {
+        if (QByteArrayView(context) != "MainWindow")
+            return {};
+        QString text = QString::fromUtf8(source);
+        std::ranges::reverse(text);
+        return text;
+    }
+};
+
+QString withoutBlanks(QString text)
+{
+    return text.remove(u' ').remove(u'\n').remove(u'\t');
+}
+
+} // namespace
+
+class tst_HomeLook : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { home = std::make_unique<HomeWindow>(); }
+    void cleanup() { home.reset(); }
+
+    void everyTextIsAlignedAsDesigned();
+    void longTextsWrap();
+    void theFormAsksForItsFamily();
+    void theWindowIsSetInTheProgramsOwnFont();
+    void theCoverOfTheCacheButtonCannotBeClicked();
+    void theAdvisorsLabelsLetTheCardShow();
+    void theAdvisorsButtonsAreOutlined();
+    void onlyTheSelectedHelpTabShowsItsText();
+    void previewsFillTheirLabels();
+    void theOpenDialogStartsInTheDefaultFolder();
+    void theOpenDialogIsTranslated();
+    void aDataFolderThatCannotBeMadeLeavesTheListEmpty();
+
+private:
+    std::unique_ptr<HomeWindow> home;
+};
+
+void tst_HomeLook::everyTextIsAlignedAsDesigned()
+{
+    for (const AlignmentRow &row : alignmentRows) {
+        const auto *const label = home->child<QLabel>(QString::fromLatin1(row.name));
+        QVERIFY2(label->alignment() == row.alignment, row.name);
+    }
+}
+
+void tst_HomeLook::longTextsWrap()
+{
+    QVERIFY(home->child<QLabel>(u"UpdateDesc"_s)->wordWrap());
+    QVERIFY(home->child<QLabel>(u"BetaMessage"_s)->wordWrap());
+    auto *const tabs = home->child<QTabWidget>(u"HelpWidget"_s);
+    for (int i = 0; i < tabs->count(); ++i) {
+        const auto labels = tabs->widget(i)->findChildren<QLabel *>();
+        const auto wrapping = std::ranges::count_if(labels, &QLabel::wordWrap);
+        QVERIFY2(wrapping >= 1, qPrintable(tabs->tabText(i)));
+    }
+}
+
+void tst_HomeLook::theFormAsksForItsFamily()
+{
+    home->window.setStyleSheet({});
+    for (const char *name : segoeNames) {
+        auto *const widget = home->child(QString::fromLatin1(name));
+        widget->ensurePolished();
+        QVERIFY2(widget->font().family() == u"Segoe UI", name);
+    }
+}
+
+void tst_HomeLook::theWindowIsSetInTheProgramsOwnFont()
+{
+    const auto *const label = home->child<QLabel>(u"CodeNameProgram"_s);
+    QCOMPARE(QFontInfo(label->font()).family(), u"Montserrat"_s);
+}
+
+void tst_HomeLook::theCoverOfTheCacheButtonCannotBeClicked()
+{
+    QVERIFY(!home->child<QPushButton>(u"CleanedCacheS"_s)->isEnabled());
+}
+
+void tst_HomeLook::theAdvisorsLabelsLetTheCardShow()
+{
+    for (const char *name : overlayLabels) {
+        const QString sheet = home->child(QString::fromLatin1(name))->styleSheet();
+        QVERIFY2(sheet.contains(u"background-color: transparent;"_s), name);
+        QVERIFY2(sheet.contains(u"color: black;"_s) || sheet.contains(u"color: #2e2e2e;"_s), name);
+    }
+}
+
+void tst_HomeLook::theAdvisorsButtonsAreOutlined()
+{
+    const QString cancel = home->child(u"CancelUpdate"_s)->styleSheet();
+    QCOMPARE(home->child(u"StartUpdate"_s)->styleSheet(), cancel);
+    const QStringList rules = withoutBlanks(cancel).split(u'}');
+    const auto has = [&](const QString &selector, const QStringList &properties) {
+        return std::ranges::any_of(rules, [&](const QString &rule) {
+            return rule.startsWith(selector + u'{')
+                && std::ranges::all_of(properties, [&](const QString &property) {
+                       return rule.contains(withoutBlanks(property));
+                   });
+        });
+    };
+    QVERIFY(has(u"QPushButton"_s,
+                {u"background-color: transparent;"_s, u"border: 1px solid #565656;"_s,
+                 u"border-radius: 8px;"_s, u"color: black;"_s, u"text-align: center;"_s}));
+    QVERIFY(
+        has(u"QPushButton:hover"_s, {u"background-color: #cecece;"_s, u"border-radius: 5px;"_s}));
+    QVERIFY(has(u"QPushButton:pressed,QPushButton:checked"_s,
+                {u"background-color: #bfbfbf;"_s, u"border-radius: 5px;"_s}));
+}
+
+void tst_HomeLook::onlyTheSelectedHelpTabShowsItsText()
+{
+    const QString sheet = withoutBlanks(home->child(u"HelpWidget"_s)->styleSheet());
+    for (const auto &rule :
+         {u"QTabWidget::pane{border:none;background:transparent;}"_s, u"padding:5px;"_s,
+          u"min-width:40px;"_s, u"max-width:150px;"_s, u"text-align:center;"_s,
+          u"QTabBar::tab::icon{margin-right:7px;}"_s, u"width:15px;"_s, u"min-width:120px;"_s,
+          u"border-bottom:2pxsolid#000000;color:black;"_s}) {
+        QVERIFY2(sheet.contains(rule), qPrintable(rule));
+    }
+    // What that comes to: the label of a tab beside the selected one leaves no trace.
+    home->window.NavHelp();
+    auto *const bar = home->child<QTabWidget>(u"HelpWidget"_s)->tabBar();
+    const auto imageWith = [&](const QString &text) {
+        bar->setTabText(3, text);
+        return bar->grab(bar->tabRect(3)).toImage();
+    };
+    QCOMPARE(imageWith(u"MMMM"_s), imageWith(u"iiii"_s));
+}
+
+void tst_HomeLook::previewsFillTheirLabels()
+{
+    const auto labels = home->child(u"HelpWidget"_s)->findChildren<QLabel *>();
+    for (const auto *label : labels) {
+        if (!label->pixmap().isNull())
+            QVERIFY2(label->hasScaledContents(), qPrintable(label->objectName()));
+    }
+}
+
+void tst_HomeLook::theOpenDialogStartsInTheDefaultFolder()
+{
+    const FileDialogAnswer answer{QString()};
+    home->click(u"ImportProject"_s);
+    QVERIFY(answer.seen());
+    // An empty start folder is the folder that the program runs in, not the data folder.
+    QCOMPARE(answer.dialog().folder, QDir::currentPath());
+}
+
+void tst_HomeLook::theOpenDialogIsTranslated()
+{
+    Backwards translator;
+    QCoreApplication::installTranslator(&translator);
+    const FileDialogAnswer answer{QString()};
+    home->click(u"ImportProject"_s);
+    QCoreApplication::removeTranslator(&translator);
+    QVERIFY(answer.seen());
+    QCOMPARE(answer.dialog().caption, u"otceyorp rirbA"_s);
+    QCOMPARE(answer.dialog().filters, QStringList{u")zrtv.*( aramulP ed arraziP"_s});
+}
+
+void tst_HomeLook::aDataFolderThatCannotBeMadeLeavesTheListEmpty()
+{
+    QVERIFY(QDir(home->path(u"Documents"_s)).removeRecursively());
+    QFile inTheWay(home->path(u"Documents"_s));
+    QVERIFY(inTheWay.open(QIODevice::WriteOnly));
+    home->window.showProjects();
+    QCOMPARE(home->child<QListWidget>(u"listWidget"_s)->count(), 0);
+    QVERIFY(!QApplication::activeModalWidget());
+    // Nor at a start.
+    const MainWindow next;
+    QCOMPARE(next.findChild<QListWidget *>(u"listWidget"_s)->count(), 0);
+}
+
+QTEST_MAIN(tst_HomeLook)
+#include "tst_homelook.moc"
