@@ -12,6 +12,8 @@
 #include <QStyleOptionGraphicsItem>
 #include <QTest>
 
+#include <cmath>
+
 using namespace Qt::Literals::StringLiterals;
 
 class tst_ArrowLineItem : public QObject
@@ -163,7 +165,7 @@ void tst_ArrowLineItem::linesFromTenUnitsOnHaveAHead_data()
     QTest::addColumn<QPointF>("tip");
     QTest::addColumn<int>("heads");
     QTest::newRow("no length") << QPointF(0, 0) << 0;
-    QTest::newRow("a bit less than ten") << QPointF(9.999, 0) << 0;
+    QTest::newRow("the last below ten") << QPointF(std::nextafter(10.0, 0.0), 0) << 0;
     QTest::newRow("ten") << QPointF(10, 0) << 1;
     QTest::newRow("ten, slanted") << QPointF(6, -8) << 1;
     QTest::newRow("much more") << QPointF(500, 300) << 1;

@@ -5,6 +5,8 @@
 #include "tests/support/noteoncanvas.h"
 #include "tests/support/paintrecorder.h"
 
+#include <QGraphicsRectItem>
+#include <QGraphicsSceneMouseEvent>
 #include <QMetaEnum>
 #include <QPointer>
 #include <QSignalSpy>
@@ -43,10 +45,23 @@ private slots:
     void nothingMovesAfterTheRelease();
     void releasingOneOfTwoButtonsEndsTheDrag();
     void theRightButtonNeitherDragsNorSelects();
+    void aRightPressEndsAtTheNote();
+    void aRightPressIsAccepted();
     void belongsToItsSceneWithItsText();
 };
 
 namespace {
+
+class PressCounter : public QGraphicsRectItem
+{
+public:
+    using QGraphicsRectItem::QGraphicsRectItem;
+
+    int presses = 0;
+
+protected:
+    void mousePressEvent(QGraphicsSceneMouseEvent *) override { ++presses; }
+};
 
 bool near(const QColor &a, const QColor &b)
 {
@@ -291,6 +306,28 @@ void tst_StickyNoteItem::theRightButtonNeitherDragsNorSelects()
     on.canvas.pointer.release(on.onPaper() + QPointF(30, 30), Qt::RightButton);
     QCOMPARE(on.note->pos(), NoteOnCanvas::place);
     QVERIFY(!on.note->isSelected());
+}
+
+void tst_StickyNoteItem::aRightPressEndsAtTheNote()
+{
+    NoteOnCanvas on;
+    auto *const below = on.canvas.add(new PressCounter(on.canvas.scene.sceneRect()));
+    QVERIFY(on.canvas.show());
+    const MenuAnswer menu;
+    on.canvas.pointer.click(on.onPaper(), Qt::RightButton);
+    QCOMPARE(below->presses, 0);
+    on.canvas.pointer.click({700, 500}, Qt::RightButton);
+    QCOMPARE(below->presses, 1);
+}
+
+void tst_StickyNoteItem::aRightPressIsAccepted()
+{
+    NoteOnCanvas on;
+    QGraphicsSceneMouseEvent press(QEvent::GraphicsSceneMousePress);
+    press.setButton(Qt::RightButton);
+    press.ignore();
+    QVERIFY(on.canvas.scene.sendEvent(on.note, &press));
+    QVERIFY(press.isAccepted());
 }
 
 void tst_StickyNoteItem::belongsToItsSceneWithItsText()

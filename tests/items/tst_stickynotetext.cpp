@@ -5,8 +5,10 @@
 #include <QClipboard>
 #include <QFont>
 #include <QGuiApplication>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTextCursor>
+#include <QTextDocument>
 
 #include <memory>
 
@@ -25,6 +27,7 @@ private slots:
     void threeHundredCharactersAreNotCut();
     void pastingBeyondTheLimitCutsAtTheEnd();
     void typingBeyondTheLimitCutsAtTheEnd();
+    void cuttingIsNoEditOfItsOwn();
     void typingOnTheTextAloneIsNotLimited();
     void aNoteWithoutItsTextItemHasNoText();
 };
@@ -138,6 +141,25 @@ void tst_StickyNoteText::typingBeyondTheLimitCutsAtTheEnd()
     // is no room for "Z".
     QCOMPARE(on.note->getText(), u"XY"_s + letters(298));
     QCOMPARE(textOf(*on.note)->textCursor().position(), 300);
+}
+
+void tst_StickyNoteText::cuttingIsNoEditOfItsOwn()
+{
+    NoteOnCanvas on;
+    QVERIFY(on.canvas.show());
+    on.canvas.pointer.click(on.onPaper());
+    on.note->setText(letters(300));
+    on.canvas.pointer.click(on.onText());
+    QTRY_VERIFY(textOf(*on.note)->hasFocus());
+
+    const QSignalSpy edited(textOf(*on.note)->document(), &QTextDocument::contentsChanged);
+    on.canvas.type(u"X"_s);
+    QCOMPARE(on.note->getText().size(), 300);
+    QCOMPARE(edited.count(), 1);
+    // The next edit is told again.
+    on.canvas.press(Qt::Key_Backspace);
+    QCOMPARE(on.note->getText().size(), 299);
+    QCOMPARE(edited.count(), 2);
 }
 
 void tst_StickyNoteText::typingOnTheTextAloneIsNotLimited()
