@@ -26,6 +26,7 @@ private slots:
 
     void resizingTellsNothing();
     void resizingLeavesTheSelectionAlone();
+    void clickingAHandleLeavesTheSelectionAlone();
     void theHandleIsLetGoOnRelease();
     void anUnselectedImageIsSelectedAndMovedByItsCorner();
     void theHalfOfAHandleOutsideThePictureIsNotHit();
@@ -220,6 +221,21 @@ void tst_ImageResizing::resizingLeavesTheSelectionAlone()
     QVERIFY(on.image->isSelected());
     QVERIFY(other->isSelected());
     QCOMPARE(other->pos(), QPointF(600, 50));
+}
+
+void tst_ImageResizing::clickingAHandleLeavesTheSelectionAlone()
+{
+    // A click anywhere else on one of several selected items deselects the others.
+    ImageOnCanvas on;
+    auto *const other = on.canvas.add(new ResizablePixmapItem(motley(50, 50)), {600, 50});
+    other->setSelected(true);
+    QVERIFY(on.showSelected());
+    on.canvas.pointer.click(on.onHandle(5));
+    QVERIFY(on.image->isSelected());
+    QVERIFY(other->isSelected());
+    on.canvas.pointer.click(on.onPicture);
+    QVERIFY(on.image->isSelected());
+    QVERIFY(!other->isSelected());
 }
 
 void tst_ImageResizing::theHandleIsLetGoOnRelease()
