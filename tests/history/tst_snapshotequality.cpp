@@ -4,11 +4,15 @@
 #include "items/freedrawitem.h"
 #include "items/resizablepixmapitem.h"
 #include "items/stickynoteitem.h"
+#include "tests/support/noteoncanvas.h"
 
+#include <QApplication>
 #include <QGraphicsScene>
 #include <QImage>
 #include <QPainterPath>
 #include <QPixmap>
+#include <QScopeGuard>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <algorithm>
@@ -43,6 +47,7 @@ private slots:
     void valuesOfUnknownKindsDoNotCount();
 
     void whatIsLostOnPurposeDoesNotCount();
+    void aBlinkingTextCursorDoesNotCount();
     void theRebuiltBoardIsEqual();
     void itemsAtOneHeightComeBackInReverse();
     void fiveThousandStrokesComeBackEqual();
@@ -289,6 +294,25 @@ void tst_SnapshotEquality::whatIsLostOnPurposeDoesNotCount()
 
     note->setNoteColor(StickyNoteItem::Red);
     QVERIFY(!snapshotsEqual(takeSnapshot(scene), before));
+}
+
+void tst_SnapshotEquality::aBlinkingTextCursorDoesNotCount()
+{
+    const auto restore = qScopeGuard(
+        [time = QApplication::cursorFlashTime()] { QApplication::setCursorFlashTime(time); });
+    QApplication::setCursorFlashTime(40); // ms
+    NoteOnCanvas on;
+    QVERIFY(on.canvas.show());
+    on.canvas.pointer.click(on.onText());
+    QTRY_VERIFY(textOf(*on.note)->hasFocus());
+    const auto before = takeSnapshot(on.canvas.scene);
+
+    // With nobody touching it, the board changes by the cursor alone, and goes on to.
+    const QSignalSpy changed(&on.canvas.scene, &QGraphicsScene::changed);
+    for (int blink = 1; blink <= 6; ++blink) {
+        QTRY_VERIFY(changed.count() >= blink);
+        QVERIFY(snapshotsEqual(takeSnapshot(on.canvas.scene), before));
+    }
 }
 
 void tst_SnapshotEquality::theRebuiltBoardIsEqual()
