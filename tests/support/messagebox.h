@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QMessageBox>
+#include <QTest>
 
 /// What a message box said before it was answered.
 struct BoxContents
@@ -16,7 +17,7 @@ struct BoxContents
 };
 
 /// Answers the next message box by clicking the button whose text is \c button (without
-/// mnemonics), or by pressing Escape when \c button is empty, and keeps what it said.
+/// mnemonics), or by pressing Escape when it has none, and keeps what it said.
 class BoxAnswer
 {
 public:
@@ -40,10 +41,13 @@ private:
             if (plain(candidate->text()) == button)
                 chosen = candidate;
         }
-        if (chosen)
+        if (chosen) {
             chosen->click();
-        else
-            box.reject();
+        } else {
+            // In case the box knows no Escape, it must not stay open for ever.
+            QTimer::singleShot(0, &box, &QDialog::reject);
+            QTest::keyClick(&box, Qt::Key_Escape);
+        }
     }
 
     BoxContents contents;
