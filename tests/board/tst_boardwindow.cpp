@@ -1,23 +1,15 @@
-#include "items/arrowlineitem.h"
-#include "items/freedrawitem.h"
-#include "items/resizablepixmapitem.h"
 #include "items/stickynoteitem.h"
-#include "tests/support/boardfiles.h"
-#include "tests/support/scratchhome.h"
 #include "tests/support/shownboard.h"
 
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QRegularExpression>
-#include <QScreen>
-#include <QSignalSpy>
 #include <QTest>
-
-#include <algorithm>
+#include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
 
-// The shell of the board window: the window itself, its slots, its clock and the board's name.
+// The shell of the board window: the window itself, its slots, its clock and what it records.
 
 namespace {
 
@@ -67,7 +59,6 @@ private slots:
     void theWindowIsNamedAfterTheBoardMode();
     void theWindowHasOnlyMinimizeAndMaximizeButtons();
     void thePersonCannotResizeTheWindow();
-    void theWindowTakesNoFocus();
     void theWindowWearsTheSharedStyle();
     void theProgramsFontIsThere();
     void theCanvasShowsTheWholeBoardSmoothly();
@@ -78,15 +69,8 @@ private slots:
     void theClockIsRightFromTheStart();
     void theClockShowsTwelveHoursInMexicanSpanish();
     void theClockTicksEverySecondEvenWhileHidden();
+    void theClocksTimerRunsEverySecond();
 
-    void aNewBoardNeverShowsTheMarker();
-    void selectingMarksASavedBoardAndDeselectingKeepsTheMark();
-    void clearingAnEmptySelectionMarksNothing();
-    void theMarkerFollowsTheNameWithoutASpace();
-    void settingTheFlagShowsIt();
-    void aChangedLoadedItemMarksTheBoard_data();
-    void aChangedLoadedItemMarksTheBoard();
-    void aChangedDrawnItemMarksNothing();
     void everySceneChangeIsRecorded();
     void aNewSceneRectangleIsRecorded();
 };
@@ -122,13 +106,6 @@ void TestBoardWindow::thePersonCannotResizeTheWindow()
     QCOMPARE(board.window.size(), size);
     QCOMPARE(board.window.windowHandle()->minimumSize(), size);
     QCOMPARE(board.window.windowHandle()->maximumSize(), size);
-}
-
-void TestBoardWindow::theWindowTakesNoFocus()
-{
-    const BoardWindow window(nullptr);
-
-    QCOMPARE(window.focusPolicy(), Qt::NoFocus);
 }
 
 void TestBoardWindow::theWindowWearsTheSharedStyle()
@@ -253,118 +230,15 @@ void TestBoardWindow::theClockTicksEverySecondEvenWhileHidden()
     QVERIFY2(elapsed.elapsed() > 900, "Two ticks come a second apart");
 }
 
-void TestBoardWindow::aNewBoardNeverShowsTheMarker()
+void TestBoardWindow::theClocksTimerRunsEverySecond()
 {
-    ShownBoard board;
-    board.click("ModoPostIt");
-    board.pointer.click({500, 300});
-    QCOMPARE(board.count(), 1);
-    board.window.setUnsaved(true);
+    const BoardWindow window(nullptr);
 
-    QCOMPARE(board.name(), u"Pizarra1.vrtz"_s);
-}
-
-void TestBoardWindow::selectingMarksASavedBoardAndDeselectingKeepsTheMark()
-{
-    const ScratchHome home;
-    ShownBoard board;
-    board.window.loadBoard(
-        BoardFile::write(home.path(u"plan.vtrz"_s), QJsonArray{BoardFile::note(500, 300)}));
-    QCOMPARE(board.name(), u"plan.vtrz"_s);
-
-    board.pointer.click({505, 305});
-    QCOMPARE(board.scene.selectedItems().size(), 1);
-    QCOMPARE(board.name(), u"plan.vtrz* (Sin guardar)"_s);
-
-    board.pointer.click({1000, 600});
-    QVERIFY(board.scene.selectedItems().isEmpty());
-    QCOMPARE(board.name(), u"plan.vtrz* (Sin guardar)"_s);
-}
-
-void TestBoardWindow::clearingAnEmptySelectionMarksNothing()
-{
-    const ScratchHome home;
-    ShownBoard board;
-    board.window.loadBoard(
-        BoardFile::write(home.path(u"plan.vtrz"_s), QJsonArray{BoardFile::note(500, 300)}));
-    board.only<StickyNoteItem>()->setSelected(true);
-    board.window.setUnsaved(false);
-    const QSignalSpy changes(&board.scene, &QGraphicsScene::selectionChanged);
-
-    board.scene.clearSelection();
-
-    QCOMPARE(changes.size(), 1);
-    QCOMPARE(board.name(), u"plan.vtrz"_s);
-}
-
-void TestBoardWindow::theMarkerFollowsTheNameWithoutASpace()
-{
-    const ScratchHome home;
-    ShownBoard board;
-    board.window.loadBoard(BoardFile::write(home.path(u"mi plan.2.vtrz"_s), QJsonArray{}));
-
-    board.window.setUnsaved(true);
-
-    QCOMPARE(board.name(), u"mi plan.2.vtrz* (Sin guardar)"_s);
-}
-
-void TestBoardWindow::settingTheFlagShowsIt()
-{
-    const ScratchHome home;
-    ShownBoard board;
-    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s), QJsonArray{}));
-
-    board.window.setUnsaved(true);
-    QVERIFY(board.marked());
-    board.window.setUnsaved(false);
-    QVERIFY(!board.marked());
-    QCOMPARE(board.name(), u"plan.vtrz"_s);
-}
-
-void TestBoardWindow::aChangedLoadedItemMarksTheBoard_data()
-{
-    QTest::addColumn<QByteArray>("className");
-    for (const char *name :
-         {"FreeDrawItem", "StickyNoteItem", "ArrowLineItem", "ResizablePixmapItem"}) {
-        QTest::newRow(name) << QByteArray(name);
-    }
-}
-
-void TestBoardWindow::aChangedLoadedItemMarksTheBoard()
-{
-    QFETCH(const QByteArray, className);
-    const ScratchHome home;
-    ShownBoard board;
-    board.window.loadBoard(BoardFile::write(
-        home.path(u"plan.vtrz"_s),
-        QJsonArray{BoardFile::note(500, 300), BoardFile::stroke(900, 300, 1000, 400),
-                   BoardFile::arrow(900, 500, 1000, 600), BoardFile::image(500, 700, {})}));
-    const auto items = board.all<QObject>();
-    const auto item = std::ranges::find_if(items, [&](const QObject *object) {
-        return object->metaObject()->className() == className;
-    });
-    QVERIFY(item != items.cend());
-    QVERIFY(!board.marked());
-
-    QVERIFY(QMetaObject::invokeMethod(*item, "itemModified"));
-
-    QVERIFY(board.marked());
-}
-
-void TestBoardWindow::aChangedDrawnItemMarksNothing()
-{
-    const ScratchHome home;
-    ShownBoard board;
-    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s), QJsonArray{}));
-    board.click("ModoLapiz");
-    board.pointer.drag({{500, 300}, {600, 400}});
-    auto *const stroke = board.only<FreeDrawItem>();
-    QVERIFY(stroke);
-
-    stroke->setColor(Qt::red);
-    board.settle();
-
-    QCOMPARE(board.name(), u"plan.vtrz"_s);
+    const auto timers = window.findChildren<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
+    QCOMPARE(timers.size(), 1);
+    QCOMPARE(timers.constFirst()->interval(), 1000);
+    QVERIFY(timers.constFirst()->isActive());
+    QVERIFY(!timers.constFirst()->isSingleShot());
 }
 
 void TestBoardWindow::everySceneChangeIsRecorded()

@@ -1,4 +1,3 @@
-#include "items/arrowlineitem.h"
 #include "items/freedrawitem.h"
 #include "items/stickynoteitem.h"
 #include "tests/support/shownboard.h"
@@ -9,7 +8,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-// Drawing with the pointer: strokes, notes and lines.
+// What the pointer puts on the board with the pen and with notes, and where.
 
 namespace {
 
@@ -43,13 +42,6 @@ private slots:
     void aNewNoteIsNeitherSelectedNorHoldsTheMouse();
     void aNoteIsRecordedWhenTheSceneTells();
     void aClickOnANoteAddsNoOther();
-
-    void aLineStartsAsAPoint();
-    void aLineFollowsThePointer();
-    void lettingALineGoRecordsItAndEndsTheMode();
-    void aLineEndsWhereTheButtonIsReleased();
-    void aFinishedLineCanBeSelectedAndMoved();
-    void aLineClickLeavesALineOfNoLength();
 
     void placesBetweenPixelsAreRounded_data();
     void placesBetweenPixelsAreRounded();
@@ -240,95 +232,6 @@ void TestCanvasInput::aClickOnANoteAddsNoOther()
 
     QVERIFY(board.only<StickyNoteItem>());
     QVERIFY(board.only<StickyNoteItem>()->isSelected());
-}
-
-void TestCanvasInput::aLineStartsAsAPoint()
-{
-    ShownBoard board;
-    board.click("ModoLinea");
-
-    board.pointer.press({500, 300});
-
-    const auto *const arrow = board.only<ArrowLineItem>();
-    QVERIFY(arrow);
-    QCOMPARE(arrow->line(), QLineF(500, 300, 500, 300));
-    QCOMPARE(arrow->zValue(), 2.0);
-    const QPen pen = static_cast<const QGraphicsLineItem *>(arrow)->pen();
-    QCOMPARE(pen.color(), QColor(Qt::black));
-    QCOMPARE(pen.width(), 2);
-    QVERIFY(!arrow->parentItem());
-    QVERIFY(!arrow->parent());
-    QCOMPARE(QWidget::mouseGrabber(), &board.view);
-}
-
-void TestCanvasInput::aLineFollowsThePointer()
-{
-    ShownBoard board;
-    board.click("ModoLinea");
-    board.pointer.press({500, 300});
-
-    board.pointer.move({600, 350});
-    QCOMPARE(board.only<ArrowLineItem>()->line(), QLineF(500, 300, 600, 350));
-    // Whatever buttons are held.
-    board.send(QEvent::MouseMove, {400, 200}, Qt::NoButton, Qt::NoButton);
-    QCOMPARE(board.only<ArrowLineItem>()->line(), QLineF(500, 300, 400, 200));
-}
-
-void TestCanvasInput::lettingALineGoRecordsItAndEndsTheMode()
-{
-    ShownBoard board;
-    board.window.captureSnapshot();
-    board.click("ModoLinea");
-
-    board.quickDrag({500, 300}, {600, 350});
-
-    QVERIFY(!QWidget::mouseGrabber());
-    QCOMPARE(board.window.windowTitle(), cursorTitle);
-    board.window.undoMode();
-    QCOMPARE(board.count(), 0);
-    board.window.redoMode();
-    QCOMPARE(board.only<ArrowLineItem>()->line(), QLineF(500, 300, 600, 350));
-}
-
-void TestCanvasInput::aLineEndsWhereTheButtonIsReleased()
-{
-    ShownBoard board;
-    board.click("ModoLinea");
-
-    board.pointer.press({500, 300});
-    board.send(QEvent::MouseButtonRelease, {700, 400}, Qt::LeftButton, Qt::NoButton);
-
-    QCOMPARE(board.only<ArrowLineItem>()->line(), QLineF(500, 300, 700, 400));
-}
-
-void TestCanvasInput::aFinishedLineCanBeSelectedAndMoved()
-{
-    ShownBoard board;
-    board.click("ModoLinea");
-    board.pointer.drag({{500, 300}, {700, 300}});
-    auto *const arrow = board.only<ArrowLineItem>();
-    QVERIFY(
-        arrow->flags().testFlags(QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable));
-
-    board.pointer.drag({{600, 300}, {610, 310}, {620, 320}});
-
-    QVERIFY(arrow->isSelected());
-    QVERIFY(arrow->pos().x() > 0);
-    QCOMPARE(board.count(), 1);
-}
-
-void TestCanvasInput::aLineClickLeavesALineOfNoLength()
-{
-    ShownBoard board;
-    board.window.captureSnapshot();
-    board.click("ModoLinea");
-
-    board.quickDrag({500, 300}, {500, 300});
-
-    QCOMPARE(board.only<ArrowLineItem>()->line(), QLineF(500, 300, 500, 300));
-    QCOMPARE(board.window.windowTitle(), cursorTitle);
-    board.window.undoMode();
-    QCOMPARE(board.count(), 0);
 }
 
 void TestCanvasInput::placesBetweenPixelsAreRounded_data()
