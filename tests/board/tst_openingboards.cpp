@@ -46,6 +46,7 @@ private slots:
     void aRefusedFileIsAnsweredWithAWarning();
     void aRefusedFileLeavesTheBoardAsItWas_data();
     void aRefusedFileLeavesTheBoardAsItWas();
+    void aRefusedFileLeavesTheFlagAsItWas_data();
     void aRefusedFileLeavesTheFlagAsItWas();
     void aRefusedFileLeavesANewBoardNew();
 
@@ -237,15 +238,22 @@ void TestOpeningBoards::aRefusedFileLeavesTheBoardAsItWas()
     QCOMPARE(BoardFile::items(home.path(u"antes.vtrz"_s)).size(), 2);
 }
 
+void TestOpeningBoards::aRefusedFileLeavesTheFlagAsItWas_data()
+{
+    aRefusedFileLeavesTheBoardAsItWas_data();
+}
+
 void TestOpeningBoards::aRefusedFileLeavesTheFlagAsItWas()
 {
+    QFETCH(const QString, file);
     const ScratchHome home;
+    BoardFile::write(home.path(u"lista.vtrz"_s), "[]");
     ShownBoard board;
     openFirst(board, home);
     board.window.setUnsaved(true);
     const BoxAnswer warning({});
 
-    board.window.loadBoard(home.path(u"nada.vtrz"_s));
+    board.window.loadBoard(home.path(file));
 
     QVERIFY(warning.seen());
     board.window.updateTitleLabel();

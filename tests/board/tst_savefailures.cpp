@@ -32,6 +32,14 @@ QString warningOfSave(ShownBoard &board)
     return warning.box().text;
 }
 
+/// What the board's label reads when it is written anew: it shows the flag and the file that the
+/// board has now, and not those of the time when it was last written.
+QString nameAnew(ShownBoard &board)
+{
+    board.window.updateTitleLabel();
+    return board.name();
+}
+
 /// A board whose file is larger than any buffer on the way.
 QJsonArray manyStrokes()
 {
@@ -60,7 +68,11 @@ private slots:
     void aFullDiskIsReported();
     void aFullDiskLeavesTheBoardUnsavedAndBound();
     void aFullDiskDoesNotAdoptTheNewName();
+    void aFullDiskLeavesTheBoardToItsEarlierFile();
+    void aNewBoardThatFailsToBeSavedStaysUnsaved_data();
+    void aNewBoardThatFailsToBeSavedStaysUnsaved();
     void aFailedWriteLeavesAnEmptyFile();
+    void aWriteThatStopsHalfwayCountsAsSaved_data();
     void aWriteThatStopsHalfwayCountsAsSaved();
 };
 
@@ -80,6 +92,7 @@ void TestSaveFailures::theWarningIsOneOfTheProgram()
     open(board, home.path(u"plan.vtrz"_s));
     QVERIFY(QFile::remove(home.path(u"plan.vtrz"_s)));
     QVERIFY(QFile::link(place, home.path(u"plan.vtrz"_s)));
+    board.window.setUnsaved(true);
     const BoxAnswer warning(u"OK"_s);
 
     board.window.saveBoard();
@@ -90,6 +103,7 @@ void TestSaveFailures::theWarningIsOneOfTheProgram()
     QCOMPARE(warning.box().icon, QMessageBox::Warning);
     QCOMPARE(warning.box().buttons, QStringList{u"OK"_s});
     QCOMPARE(warning.box().parent, &board.window);
+    QCOMPARE(nameAnew(board), u"plan.vtrz* (Sin guardar)"_s);
 }
 
 void TestSaveFailures::aVanishedFolderIsReported()
@@ -104,13 +118,13 @@ void TestSaveFailures::aVanishedFolderIsReported()
     QCOMPARE(warningOfSave(board), cannotOpen);
 
     QVERIFY(!QFile::exists(home.path(u"lejos"_s)));
-    QCOMPARE(board.name(), u"plan.vtrz* (Sin guardar)"_s);
+    QCOMPARE(nameAnew(board), u"plan.vtrz* (Sin guardar)"_s);
     QCOMPARE(board.count(), 1);
     // Still bound: with the folder back, the board is saved there.
     QVERIFY(QDir(home.path()).mkdir(u"lejos"_s));
     board.window.saveBoard();
     QCOMPARE(BoardFile::items(home.path(u"lejos/plan.vtrz"_s)).size(), 1);
-    QCOMPARE(board.name(), u"plan.vtrz"_s);
+    QCOMPARE(nameAnew(board), u"plan.vtrz"_s);
 }
 
 void TestSaveFailures::aFolderInTheFilesPlaceIsReported()
@@ -120,9 +134,11 @@ void TestSaveFailures::aFolderInTheFilesPlaceIsReported()
     open(board, home.path(u"plan.vtrz"_s));
     QVERIFY(QFile::remove(home.path(u"plan.vtrz"_s)));
     QVERIFY(QDir(home.path()).mkdir(u"plan.vtrz"_s));
+    board.window.setUnsaved(true);
 
     QCOMPARE(warningOfSave(board), cannotOpen);
 
+    QCOMPARE(nameAnew(board), u"plan.vtrz* (Sin guardar)"_s);
     QVERIFY(QFileInfo(home.path(u"plan.vtrz"_s)).isDir());
 }
 
@@ -141,7 +157,7 @@ void TestSaveFailures::aFileThatMayNotBeWrittenIsReportedAndUntouched()
     QCOMPARE(warningOfSave(board), cannotOpen);
 
     QCOMPARE(BoardFile::bytes(path), before);
-    QCOMPARE(board.name(), u"plan.vtrz* (Sin guardar)"_s);
+    QCOMPARE(nameAnew(board), u"plan.vtrz* (Sin guardar)"_s);
 }
 
 void TestSaveFailures::aNewNameThatCannotBeWrittenIsNotAdopted_data()
@@ -166,7 +182,7 @@ void TestSaveFailures::aNewNameThatCannotBeWrittenIsNotAdopted()
 
     QVERIFY(dialog.seen());
     QCOMPARE(warning.box().text, cannotOpen);
-    QCOMPARE(board.name(), u"plan.vtrz* (Sin guardar)"_s);
+    QCOMPARE(nameAnew(board), u"plan.vtrz* (Sin guardar)"_s);
 }
 
 void TestSaveFailures::aFileThatMayNotBeReadIsReported()
@@ -183,7 +199,7 @@ void TestSaveFailures::aFileThatMayNotBeReadIsReported()
 
     QCOMPARE(warning.box().text, u"No se pudo abrir el archivo."_s);
     QCOMPARE(board.count(), 1);
-    QCOMPARE(board.name(), u"Pizarra1.vrtz"_s);
+    QCOMPARE(nameAnew(board), u"Pizarra1.vrtz"_s);
 }
 
 void TestSaveFailures::aFullDiskIsReported()
@@ -210,14 +226,14 @@ void TestSaveFailures::aFullDiskLeavesTheBoardUnsavedAndBound()
     QVERIFY(QFile::link(u"/dev/full"_s, path));
 
     QCOMPARE(warningOfSave(board), cannotWrite);
-    QCOMPARE(board.name(), u"plan.vtrz* (Sin guardar)"_s);
+    QCOMPARE(nameAnew(board), u"plan.vtrz* (Sin guardar)"_s);
     QCOMPARE(board.count(), 1);
 
     // With room again, the board is saved to the same file.
     QVERIFY(QFile::remove(path));
     board.window.saveBoard();
     QCOMPARE(BoardFile::items(path).size(), 1);
-    QCOMPARE(board.name(), u"plan.vtrz"_s);
+    QCOMPARE(nameAnew(board), u"plan.vtrz"_s);
 }
 
 void TestSaveFailures::aFullDiskDoesNotAdoptTheNewName()
@@ -233,10 +249,54 @@ void TestSaveFailures::aFullDiskDoesNotAdoptTheNewName()
 
     QVERIFY(dialog.seen());
     QCOMPARE(warning.box().text, cannotWrite);
-    QCOMPARE(board.name(), u"Pizarra1.vrtz"_s);
+    QCOMPARE(nameAnew(board), u"Pizarra1.vrtz"_s);
     const FileDialogAnswer again({});
     board.window.saveBoard();
     QVERIFY(again.seen());
+}
+
+void TestSaveFailures::aFullDiskLeavesTheBoardToItsEarlierFile()
+{
+    const ScratchHome home;
+    QVERIFY(QFile::link(u"/dev/full"_s, home.path(u"otro.vtrz"_s)));
+    ShownBoard board;
+    open(board, home.path(u"plan.vtrz"_s));
+    board.window.setUnsaved(true);
+    const FileDialogAnswer dialog(u"otro"_s);
+    const BoxAnswer warning(u"OK"_s);
+
+    board.click("GuardarComo");
+
+    QVERIFY(dialog.seen());
+    QCOMPARE(warning.box().text, cannotWrite);
+    QCOMPARE(nameAnew(board), u"plan.vtrz* (Sin guardar)"_s);
+}
+
+void TestSaveFailures::aNewBoardThatFailsToBeSavedStaysUnsaved_data()
+{
+    QTest::addColumn<QString>("place");
+    QTest::newRow("cannot open") << u"/nonexistent/plan.vtrz"_s;
+    QTest::newRow("cannot write") << u"/dev/full"_s;
+}
+
+void TestSaveFailures::aNewBoardThatFailsToBeSavedStaysUnsaved()
+{
+    QFETCH(const QString, place);
+    const ScratchHome home;
+    QVERIFY(QFile::link(place, home.path(u"plan.vtrz"_s)));
+    ShownBoard board;
+    board.window.setUnsaved(true);
+    const FileDialogAnswer dialog(u"plan"_s);
+    {
+        const BoxAnswer warning(u"OK"_s);
+        board.click("GuardarComo");
+        QVERIFY(warning.seen());
+    }
+
+    // A board without a file does not show the flag; an empty one tells it when it is closed.
+    const BoxAnswer question(u"Cancelar"_s);
+    board.window.closeBoard();
+    QVERIFY(question.seen());
 }
 
 void TestSaveFailures::aFailedWriteLeavesAnEmptyFile()
@@ -254,27 +314,37 @@ void TestSaveFailures::aFailedWriteLeavesAnEmptyFile()
 
     QVERIFY(QFile::exists(path));
     QCOMPARE(BoardFile::bytes(path), QByteArray());
-    QCOMPARE(board.name(), u"plan.vtrz* (Sin guardar)"_s);
+    QCOMPARE(nameAnew(board), u"plan.vtrz* (Sin guardar)"_s);
+}
+
+void TestSaveFailures::aWriteThatStopsHalfwayCountsAsSaved_data()
+{
+    QTest::addColumn<QJsonArray>("items");
+    QTest::addColumn<int>("room");
+    QTest::newRow("a large board") << manyStrokes() << 65536;
+    QTest::newRow("a small board") << QJsonArray{BoardFile::note(500, 300)} << 50;
 }
 
 void TestSaveFailures::aWriteThatStopsHalfwayCountsAsSaved()
 {
+    QFETCH(const QJsonArray, items);
+    QFETCH(const int, room);
     const ScratchHome home;
     ShownBoard board;
     const QString path = home.path(u"plan.vtrz"_s);
-    board.window.loadBoard(BoardFile::write(path, manyStrokes()));
+    board.window.loadBoard(BoardFile::write(path, items));
     board.window.setUnsaved(true);
     const BoxAnswer warning({});
 
     // Some bytes are enough for a success; this is wanted.
     {
-        const FileSizeLimit limit(65536);
+        const FileSizeLimit limit(static_cast<rlim_t>(room));
         board.window.saveBoard();
     }
 
-    QCOMPARE(BoardFile::bytes(path).size(), 65536);
+    QCOMPARE(BoardFile::bytes(path).size(), room);
     QVERIFY(!warning.seen());
-    QCOMPARE(board.name(), u"plan.vtrz"_s);
+    QCOMPARE(nameAnew(board), u"plan.vtrz"_s);
 }
 
 QTEST_MAIN(TestSaveFailures)

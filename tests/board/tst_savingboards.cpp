@@ -71,6 +71,7 @@ void TestSavingBoards::theDialogOffersTheHomeFolder()
     QCOMPARE(QDir(answer.dialog().folder).canonicalPath(), QDir(home.path()).canonicalPath());
     QCOMPARE(answer.dialog().filters, QStringList{u"Orvane Plumara (*.vtrz)"_s});
     QCOMPARE(answer.dialog().mode, QFileDialog::AcceptSave);
+    QCOMPARE(answer.dialog().options, QFileDialog::Options());
     QCOMPARE(answer.dialog().parent, &board.window);
 }
 
@@ -144,6 +145,7 @@ void TestSavingBoards::cancellingTheDialogChangesNothing()
     board.click("GuardarComo");
 
     QVERIFY(answer.seen());
+    board.window.updateTitleLabel();
     QCOMPARE(board.name(), u"plan.vtrz* (Sin guardar)"_s);
     QCOMPARE(BoardFile::bytes(home.path(u"plan.vtrz"_s)), QByteArray("{}"));
     QCOMPARE(QDir(home.path()).entryList(QDir::Files).size(), 1);
