@@ -47,8 +47,10 @@ private slots:
     void yesClosesEvenWhenTheDialogIsCancelled();
     void yesClosesEvenWhenTheSaveFails();
     void noDiscardsTheChanges();
+    void anyOtherAnswerCountsAsNo();
     void aCancelledCloseChangesNothing_data();
     void aCancelledCloseChangesNothing();
+    void aCancelledCloseKeepsASavedBoardSaved();
 };
 
 void TestClosing::anEmptyUnchangedBoardClosesAtOnce()
@@ -95,15 +97,16 @@ void TestClosing::theQuestionOffersThreeAnswers()
 {
     BoardAtHome at;
     at.addNote();
+    // Only recorded here: a comparison that fails would leave the question open for ever.
+    BoxContents said;
     QStringList texts;
     QList<QMessageBox::ButtonRole> roles;
+    bool modal = false;
+    bool hasDefault = true;
     const ModalAnswer<QMessageBox> question([&](QMessageBox &box) {
-        QCOMPARE(box.windowTitle(), u"Guardar cambios"_s);
-        QCOMPARE(box.text(), u"Hay cambios sin guardar. ¿Deseas guardar antes de salir?"_s);
-        QCOMPARE(box.icon(), QMessageBox::Question);
-        QCOMPARE(box.parentWidget(), &at.board.window);
-        QVERIFY(box.isModal());
-        QVERIFY(!box.defaultButton());
+        said = {box.windowTitle(), box.text(), box.icon(), {}, box.parentWidget()};
+        modal = box.isModal();
+        hasDefault = box.defaultButton();
         const auto buttons = box.findChildren<QPushButton *>();
         for (auto *const button : buttons) {
             texts << button->text();
@@ -115,6 +118,12 @@ void TestClosing::theQuestionOffersThreeAnswers()
     at.close();
 
     QVERIFY(question.seen());
+    QCOMPARE(said.title, u"Guardar cambios"_s);
+    QCOMPARE(said.text, u"Hay cambios sin guardar. ¿Deseas guardar antes de salir?"_s);
+    QCOMPARE(said.icon, QMessageBox::Question);
+    QCOMPARE(said.parent, &at.board.window);
+    QVERIFY(modal);
+    QVERIFY(!hasDefault);
     QCOMPARE(texts, QStringList({u"Sí"_s, u"No"_s, u"Cancelar"_s}));
     QCOMPARE(roles,
              QList<QMessageBox::ButtonRole>(
@@ -227,6 +236,23 @@ void TestClosing::noDiscardsTheChanges()
     QCOMPARE(at.savedPlan().size(), 1);
 }
 
+void TestClosing::anyOtherAnswerCountsAsNo()
+{
+    BoardAtHome at;
+    at.openPlan();
+    at.addNote();
+    at.board.window.setUnsaved(true);
+    const ModalAnswer<QMessageBox> question([](QMessageBox &box) { box.done(42); });
+    const FileDialogAnswer dialog({});
+
+    at.close();
+
+    QVERIFY(question.seen());
+    QVERIFY(!dialog.seen());
+    QVERIFY(at.closed());
+    QCOMPARE(at.savedPlan().size(), 1);
+}
+
 void TestClosing::aCancelledCloseChangesNothing_data()
 {
     QTest::addColumn<Reply>("reply");
@@ -258,9 +284,23 @@ void TestClosing::aCancelledCloseChangesNothing()
     QVERIFY(at.board.window.isVisible());
     QVERIFY(!at.home.isVisible());
     QCOMPARE(at.board.scene.items(), items);
+    at.board.window.updateTitleLabel();
     QCOMPARE(at.board.name(), u"plan.vtrz* (Sin guardar)"_s);
     at.board.window.saveBoard();
     QCOMPARE(at.savedPlan().size(), 2);
+}
+
+void TestClosing::aCancelledCloseKeepsASavedBoardSaved()
+{
+    BoardAtHome at;
+    at.openPlan();
+    const BoxAnswer question(u"Cancelar"_s);
+
+    at.close();
+
+    QVERIFY(question.seen());
+    at.board.window.updateTitleLabel();
+    QCOMPARE(at.board.name(), u"plan.vtrz"_s);
 }
 
 QTEST_MAIN(TestClosing)
