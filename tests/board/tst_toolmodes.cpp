@@ -81,6 +81,7 @@ private slots:
     void aPressOnAStrokeGoesToTheTool();
     void theFilterTakesOnlyWhatTheToolUses_data();
     void theFilterTakesOnlyWhatTheToolUses();
+    void theFilterTakesNothingInTheImageMode();
     void eventsOfOtherObjectsAreLeftAlone();
     void otherEventsAreLeftAlone_data();
     void otherEventsAreLeftAlone();
@@ -295,11 +296,33 @@ void TestToolModes::theFilterTakesOnlyWhatTheToolUses()
     ShownBoard board;
     board.click(mode.constData());
 
+    for (const auto other : {Qt::RightButton, Qt::MiddleButton})
+        QVERIFY(!takes(board, QEvent::MouseButtonPress, other, other));
+    QCOMPARE(board.count(), 0);
     QTEST(takes(board, QEvent::MouseButtonPress, Qt::LeftButton, Qt::LeftButton), "press");
     QTEST(takes(board, QEvent::MouseMove, Qt::NoButton, Qt::LeftButton), "draggedMove");
     QTEST(takes(board, QEvent::MouseMove, Qt::NoButton, Qt::NoButton), "hoveringMove");
     QVERIFY(!takes(board, QEvent::MouseButtonRelease, Qt::RightButton, Qt::LeftButton));
     QTEST(takes(board, QEvent::MouseButtonRelease, Qt::LeftButton, Qt::NoButton), "release");
+}
+
+void TestToolModes::theFilterTakesNothingInTheImageMode()
+{
+    ShownBoard board;
+    QList<bool> taken;
+    const ModalAnswer<QFileDialog> whileAsking([&](QFileDialog &dialog) {
+        for (const auto button : {Qt::LeftButton, Qt::RightButton}) {
+            taken << takes(board, QEvent::MouseButtonPress, button, button)
+                  << takes(board, QEvent::MouseMove, Qt::NoButton, button)
+                  << takes(board, QEvent::MouseButtonRelease, button, Qt::NoButton);
+        }
+        dialog.reject();
+    });
+
+    board.click("ModoImagen");
+
+    QVERIFY(whileAsking.seen());
+    QCOMPARE(taken, QList<bool>(6, false));
 }
 
 void TestToolModes::eventsOfOtherObjectsAreLeftAlone()
