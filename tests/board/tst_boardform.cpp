@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QStyleOptionSlider>
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
@@ -91,6 +92,7 @@ private slots:
     void theComboOffersOnlyTheFullScreen();
     void theComboIsAGreyBoxWithAnArrow();
     void theCanvasHasThinScrollBarsAndNoBorder();
+    void theScrollBarsHaveNeitherArrowButtonsNorPageAreas();
     void theCentralWidgetIsWhite();
     void onlyTheReminderIsHidden();
 };
@@ -320,6 +322,28 @@ void TestBoardForm::theCanvasHasThinScrollBarsAndNoBorder()
     QCOMPARE(board.view.verticalScrollBar()->width(), 5);
     QCOMPARE(board.view.horizontalScrollBar()->height(), 5);
     QCOMPARE(board.view.viewport()->geometry(), QRect(0, 0, 1195, 695));
+}
+
+void TestBoardForm::theScrollBarsHaveNeitherArrowButtonsNorPageAreas()
+{
+    const ShownBoard board;
+    const QString style = board.view.styleSheet();
+    for (const auto &area : {u"QScrollBar::add-page"_s, u"QScrollBar::sub-page"_s})
+        QCOMPARE(declarations(style, area), u"background: none;"_s);
+
+    for (const QScrollBar *const bar :
+         {board.view.verticalScrollBar(), board.view.horizontalScrollBar()}) {
+        QStyleOptionSlider option;
+        option.initFrom(bar);
+        option.orientation = bar->orientation();
+        option.minimum = bar->minimum();
+        option.maximum = bar->maximum();
+        option.pageStep = bar->pageStep();
+        for (const auto button : {QStyle::SC_ScrollBarAddLine, QStyle::SC_ScrollBarSubLine}) {
+            QVERIFY(
+                bar->style()->subControlRect(QStyle::CC_ScrollBar, &option, button, bar).isEmpty());
+        }
+    }
 }
 
 void TestBoardForm::theCentralWidgetIsWhite()

@@ -33,11 +33,12 @@ class TestImageInsertion : public QObject
     Q_OBJECT
 
 private slots:
+    void theFirstDialogStartsInTheCurrentFolder();
     void theDialogAsksForAPicture();
     void thePictureComesWithItsFullSizeIntoTheMiddle_data();
     void thePictureComesWithItsFullSizeIntoTheMiddle();
     void thePictureShowsTheFilesPixels();
-    void thePictureIsTheOnlySelectedItem();
+    void thePictureComesSelected();
     void insertingEndsTheMode();
     void insertingMarksASavedBoard();
     void theHistoryGetsThePictureFromTheScene();
@@ -46,6 +47,20 @@ private slots:
     void anUnreadablePictureIsAnsweredWithAWarning();
     void theContentDecidesNotTheName();
 };
+
+// Stands before the other tests: later dialogs start where a file was chosen last.
+void TestImageInsertion::theFirstDialogStartsInTheCurrentFolder()
+{
+    const ScratchHome home;
+    QVERIFY(QDir::current() != QDir(home.path()));
+    ShownBoard board;
+    const FileDialogAnswer answer({});
+
+    board.click("ModoImagen");
+
+    QVERIFY(answer.seen());
+    QCOMPARE(QDir(answer.dialog().folder).canonicalPath(), QDir::current().canonicalPath());
+}
 
 void TestImageInsertion::theDialogAsksForAPicture()
 {
@@ -58,6 +73,7 @@ void TestImageInsertion::theDialogAsksForAPicture()
     QCOMPARE(answer.dialog().caption, u"Seleccionar imagen"_s);
     QCOMPARE(answer.dialog().filters, QStringList{u"Imágenes (*.png *.jpg *.jpeg)"_s});
     QCOMPARE(answer.dialog().mode, QFileDialog::AcceptOpen);
+    QCOMPARE(answer.dialog().options, QFileDialog::Options());
     QCOMPARE(answer.dialog().parent, &board.window);
 }
 
@@ -107,7 +123,7 @@ void TestImageInsertion::thePictureShowsTheFilesPixels()
         QImage(path).convertToFormat(QImage::Format_RGB32));
 }
 
-void TestImageInsertion::thePictureIsTheOnlySelectedItem()
+void TestImageInsertion::thePictureComesSelected()
 {
     const ScratchHome home;
     const QString path = writePicture(home.path(u"a.png"_s), {300, 200});
@@ -117,8 +133,7 @@ void TestImageInsertion::thePictureIsTheOnlySelectedItem()
     board.click("ModoImagen");
 
     QVERIFY(answer.seen());
-    QCOMPARE(board.scene.selectedItems(),
-             QList<QGraphicsItem *>{board.only<ResizablePixmapItem>()});
+    QVERIFY(board.only<ResizablePixmapItem>()->isSelected());
 }
 
 void TestImageInsertion::insertingEndsTheMode()
