@@ -33,6 +33,20 @@ bool reminds(const ShownBoard &board)
     return board.find<QWidget>("AdviseFS")->isVisible();
 }
 
+/// Counts how often the style of the watched widget changes.
+class StyleChanges : public QObject
+{
+public:
+    int count = 0;
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::StyleChange)
+            ++count;
+        return false;
+    }
+};
+
 /// The sides of the visible part of the scene that the view has fitted in.
 QRectF visibleScene(const ShownBoard &board)
 {
@@ -56,6 +70,7 @@ private slots:
     void escapeEndsTheToolAndTheChoice();
     void escapeLeavesWhileANoteIsEdited();
     void escapeKeepsTheStyle();
+    void escapeAppliesTheStyleAgain();
     void aPresentationCanBeRepeated();
 };
 
@@ -209,6 +224,20 @@ void TestEndOfPresentation::escapeKeepsTheStyle()
     press(board, Qt::Key_Escape);
 
     QCOMPARE(board.window.styleSheet(), style);
+}
+
+void TestEndOfPresentation::escapeAppliesTheStyleAgain()
+{
+    ShownBoard board;
+    StyleChanges changes;
+    board.window.installEventFilter(&changes);
+    // The change of the frame alone applies no style.
+    enter(board);
+    QCOMPARE(changes.count, 0);
+
+    press(board, Qt::Key_Escape);
+
+    QCOMPARE(changes.count, 1);
 }
 
 void TestEndOfPresentation::aPresentationCanBeRepeated()
