@@ -12,6 +12,8 @@
 #include <QPropertyAnimation>
 #include <QTimer>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -102,11 +104,30 @@ void BoardWindow::connectSignals()
 
     connect(scene, &QGraphicsScene::sceneRectChanged, this, &BoardWindow::captureSnapshot);
     connect(scene, &QGraphicsScene::changed, this, &BoardWindow::captureSnapshot);
+    connect(scene, &QGraphicsScene::changed, this, &BoardWindow::repaintArrowHeads);
     // Selecting an item is enough to mark the board unsaved; this is wanted.
     connect(scene, &QGraphicsScene::selectionChanged, this, [this] {
         if (!scene->selectedItems().isEmpty())
             setUnsaved(true);
     });
+}
+
+/// Has the view paint more than what the scene says has changed: arrow heads reach outside their
+/// items' bounding rectangles, and what is left of a moved or deleted one would stay to be seen.
+void BoardWindow::repaintArrowHeads(const QList<QRectF> &changed)
+{
+    const auto items = scene->items();
+    for (const auto *item : items) {
+        if (const auto *const arrow = dynamic_cast<const ArrowLineItem *>(item))
+            arrowReach = std::max(arrowReach, arrow->headReach());
+    }
+    if (arrowReach == 0)
+        return;
+    QList<QRectF> grown;
+    grown.reserve(changed.size());
+    for (const auto &region : changed)
+        grown.append(region.adjusted(-arrowReach, -arrowReach, arrowReach, arrowReach));
+    ui->PizarraMain->updateScene(grown);
 }
 
 void BoardWindow::setUnsaved(bool value)

@@ -85,6 +85,7 @@ private:
     void startClock();
     void showTime();
     void connectSignals();
+    void repaintArrowHeads(const QList<QRectF> &changed);
 
     // canvasinput.cpp
     void enterMode(ToolMode mode);
@@ -133,6 +134,8 @@ private:
     QList<BoardSnapshot> undoStack;
     QList<BoardSnapshot> redoStack;
     int historyLimit = 10;
+    // The farthest that an arrow's head has reached outside its bounding rectangle so far.
+    qreal arrowReach = 0;
     // Each presentation leaves its two here; a fade-out outlives the presentation it belongs to.
     std::vector<std::unique_ptr<QPropertyAnimation>> reminderFades;
 };

@@ -52,6 +52,9 @@ void BoardWindow::enterMode(ToolMode mode)
     const ModeLook &look = modeLooks[mode];
     setWindowTitle(QString::fromUtf16(look.title));
     ui->PizarraMain->setCursor(look.cursor);
+    // The view gives its viewport a cursor when the pointer leaves an arrow that has one; it would
+    // hide the mode's.
+    ui->PizarraMain->viewport()->unsetCursor();
     for (const auto &other : modeLooks)
         (ui.get()->*other.button)->setChecked(other.button == look.button);
 }

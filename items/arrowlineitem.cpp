@@ -48,9 +48,14 @@ constexpr WidthEntry widthEntries[] = {
     {u"Grueso", 9},
 };
 
+constexpr int headSide(int width)
+{
+    return width + headExtra;
+}
+
 QPolygonF headPolygon(const QLineF &line, int width)
 {
-    const qreal side = width + headExtra;
+    const qreal side = headSide(width);
     // The scene's y axis points down, the angle is measured upwards.
     const qreal angle = std::atan2(-line.dy(), line.dx());
     const auto corner = [&](qreal direction) {
@@ -82,6 +87,13 @@ void ArrowLineItem::setWidth(int width)
     pen.setWidth(width);
     setPen(pen);
     update();
+}
+
+qreal ArrowLineItem::headReach() const
+{
+    // The outline of the head's corners stands out by less than the width of the pen.
+    const int width = QGraphicsLineItem::pen().width();
+    return headSide(width) + width;
 }
 
 void ArrowLineItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option,

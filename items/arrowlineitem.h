@@ -24,6 +24,9 @@ public:
     /// \a width is in whole scene units.
     void setWidth(int width);
 
+    /// How far the head may reach outside the bounding rectangle, in scene units.
+    qreal headReach() const;
+
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
                QWidget *widget = nullptr) override;
 
