@@ -8,6 +8,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <functional>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -102,7 +103,7 @@ void TestUpdateAdvisor::itFadesInWithin150Milliseconds()
     QTRY_COMPARE_WITH_TIMEOUT(opacity(), 1.0, 2000);
     QVERIFY2(timer.elapsed() >= 140, qPrintable(u"%1 ms"_s.arg(timer.elapsed())));
     QVERIFY(std::ranges::any_of(seen, isBetween));
-    QVERIFY(std::is_sorted(seen.cbegin(), seen.cend()));
+    QVERIFY(std::ranges::is_sorted(seen));
 }
 
 void TestUpdateAdvisor::itCoversTheWindowAndTakesAllClicks()
@@ -152,7 +153,7 @@ void TestUpdateAdvisor::cancellingFadesItOutWithin150MillisecondsAndHidesIt()
     QVERIFY2(timer.elapsed() >= 140, qPrintable(u"%1 ms"_s.arg(timer.elapsed())));
     QCOMPARE(opacity(), 0.0);
     QVERIFY(std::ranges::any_of(seen, isBetween));
-    QVERIFY(std::is_sorted(seen.crbegin(), seen.crend()));
+    QVERIFY(std::ranges::is_sorted(seen, std::ranges::greater()));
     home->click(u"NavSettingsBtn"_s);
     QVERIFY(home->child(u"SettingsMenu"_s)->isVisible());
 }
