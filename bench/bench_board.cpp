@@ -54,13 +54,13 @@ BoardSnapshot unsharedSnapshot()
 
 void listItems(benchmark::State &state)
 {
-    for (auto _ : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(board().items());
 }
 
 void takeSnapshots(benchmark::State &state)
 {
-    for (auto _ : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(takeSnapshot(board()));
 }
 
@@ -68,7 +68,7 @@ void compareUnchanged(benchmark::State &state)
 {
     const BoardSnapshot top = takeSnapshot(board());
     const BoardSnapshot newer = takeSnapshot(board());
-    for (auto _ : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(snapshotsEqual(newer, top));
 }
 
@@ -76,34 +76,34 @@ void comparePointByPoint(benchmark::State &state)
 {
     const BoardSnapshot top = takeSnapshot(board());
     const BoardSnapshot newer = unsharedSnapshot();
-    for (auto _ : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(snapshotsEqual(newer, top));
 }
 
 void writeJson(benchmark::State &state)
 {
     const QJsonDocument document(buildBoardDocument(board()));
-    for (auto _ : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(document.toJson(QJsonDocument::Indented));
 }
 
 void saveBoard(benchmark::State &state)
 {
-    for (auto _ : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(boardFile());
 }
 
 void parseJson(benchmark::State &state)
 {
     const QByteArray file = boardFile();
-    for (auto _ : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(QJsonDocument::fromJson(file));
 }
 
 void openBoard(benchmark::State &state)
 {
     const QByteArray file = boardFile();
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         QGraphicsScene scene(0, 0, 1920, 1080);
         const auto elements = QJsonDocument::fromJson(file).object()[u"items"].toArray();
         for (const auto &element : elements)

@@ -22,7 +22,7 @@ public:
         Q_UNUSED(keep);
         if (administrator) {
             // Readable all the way down, but owned by someone else.
-            for (QDir dir(folder); dir.path().startsWith(QDir::tempPath());) {
+            for (QDir dir(folder); dir.path().startsWith(QLatin1String("/tmp/"));) {
                 ::chmod(QFile::encodeName(dir.path()).constData(), 0755);
                 if (!dir.cdUp())
                     break;
