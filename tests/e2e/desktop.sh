@@ -4,6 +4,11 @@
 
 patience=200 # times a tenth of a second, for whatever the program has to do
 
+# How large the program shows a pixel of its own, in hundredths of a pixel of the screen. All places
+# below are in the program's pixels.
+LC_ALL=C printf -v scale_percent '%.0f' "${PLUMARA_TOUR_SCALE:-1}e2"
+scaled() { echo $((($1 * scale_percent + 50) / 100)); }
+
 fail() {
     printf 'FAILED: %s\n' "$*" >&2
     import -window root "$shots/failed.png" || true
@@ -38,7 +43,7 @@ on() {
 has_title() { [[ $(xdotool getwindowname "$window") == "$1" ]]; }
 expect_title() { eventually "the title is not '$1'" has_title "$1"; }
 
-point() { xdotool mousemove --window "$window" "$1" "$2"; }
+point() { xdotool mousemove --window "$window" "$(scaled "$1")" "$(scaled "$2")"; }
 # click <x> <y> [button]: in the window's pixels.
 click() {
     point "$1" "$2"
@@ -78,9 +83,15 @@ shot() {
     echo "  $(basename "$shot_file")"
 }
 
-# ink <x> <y> <width> <height>: how many dark pixels the window shows there.
+# cut_out <x> <y> <width> <height>: what the window shows there, as a PNG.
+cut_out() {
+    import -window "$window" \
+        -crop "$(scaled "$3")x$(scaled "$4")+$(scaled "$1")+$(scaled "$2")" png:-
+}
+
+# ink <x> <y> <width> <height>: how many dark pixels of the screen the window shows there.
 ink() {
-    import -window "$window" -crop "$3x$4+$1+$2" png:- \
+    cut_out "$@" \
         | convert png:- -colorspace gray -threshold 50% -format '%[fx:int(w*h*(1-mean)+0.5)]' info:
 }
 has_ink() { (($(ink "$@") > 0)); }

@@ -2,7 +2,8 @@
 # shellcheck disable=SC2154 # what scripts/tour sets
 # The main job: from a new board to the same board opened again.
 
-# Where things are, in pixels of their window.
+# Where things are, in pixels of their window. What is drawn and checked afterwards stands at
+# multiples of four, which are whole pixels of the screen at every usual scale.
 new_board=(360 145) open_board=(530 145)
 cursor=(27 210) note=(27 250) pen=(27 290) line=(27 330) image=(27 370) eraser=(27 410)
 undo=(27 450) redo=(27 490) save=(1167 27) close=(27 672)
@@ -25,7 +26,7 @@ echo "A stroke, erased, and back again"
 stroke=(150 90 320 180)
 click "${pen[@]}"
 expect_title "Orvane Plumara - Modo Lápiz"
-drag 170 200 210 120 260 230 310 110 360 230 410 120 450 200
+drag 172 200 212 120 260 232 312 112 360 232 412 120 452 200
 expect_title "$board_title"
 has_ink "${stroke[@]}" || fail "the stroke is not to be seen"
 shot trazo
@@ -64,7 +65,7 @@ shot notas
 echo "An arrow"
 click "${line[@]}"
 expect_title "Orvane Plumara - Modo Linea"
-drag 560 120 640 160 760 250
+drag 560 120 640 160 760 252
 expect_title "$board_title"
 click 660 185 3
 shot menu-de-linea
@@ -81,7 +82,7 @@ write "$photo"
 keys Return
 on "$board_title"
 shot imagen
-drag 1115 540 1080 541 1035 540
+drag 1116 540 1080 540 1036 540
 shot imagen-ajustada
 
 echo "Saving"
@@ -99,9 +100,9 @@ expect_json "$board_file" '[.items[].type] | sort == ["arrow", "freedraw", "imag
 expect_json "$board_file" '[.items[] | select(.type == "postit") | [.text, .color]] | sort
     == [["Ideas para la clase del lunes", 0], ["Traer el mapa y los colores", 1]]'
 expect_json "$board_file" '.items[] | select(.type == "arrow")
-    | .color == "#ff0000" and .width == 9 and .x1 == 560 and .y1 == 120 and .x2 == 760 and .y2 == 250'
+    | .color == "#ff0000" and .width == 9 and .x1 == 560 and .y1 == 120 and .x2 == 760 and .y2 == 252'
 expect_json "$board_file" '.items[] | select(.type == "freedraw")
-    | (.path | length) > 3 and .path[0] == {type: 0, x: 170, y: 200} and .path[-1].x == 450'
+    | (.path | length) > 3 and .path[0] == {type: 0, x: 172, y: 200} and .path[-1].x == 452'
 expect_json "$board_file" '.items[] | select(.type == "image") | .x == 800 and .y == 420'
 picture "$board_file" "$scratch/image.png"
 [[ $(identify -format '%m %w' "$scratch/image.png") == "PNG 241" ]] || fail "the image was not resized"

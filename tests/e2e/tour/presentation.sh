@@ -14,7 +14,7 @@ shot presentar
 keys Down Return
 eventually "the board does not fill the screen" is_full_screen
 on "$board_title"
-[[ $(xdotool getwindowgeometry --shell "$window") == *WIDTH=1920*HEIGHT=1080* ]] \
+[[ $(xdotool getwindowgeometry --shell "$window") == *"WIDTH=$screen_width"*"HEIGHT=$screen_height"* ]] \
     || fail "the board does not cover the screen"
 shot presentacion
 keys Escape

@@ -28,7 +28,7 @@ advisor_tour() {
     eventually "the program does not end for its update" is_dead "$pid"
 }
 
-color_at() { import -window "$window" -crop "1x1+$1+$2" png:- | convert png:- -format '%[hex:p{0,0}]' info:; }
+color_at() { cut_out "$1" "$2" 1 1 | convert png:- -format '%[hex:p{0,0}]' info:; }
 is_white() { [[ $(color_at "$@") == FFFFFF* ]]; }
 is_grey() { [[ $(color_at "$@") == F0F0F0* ]]; }
 
