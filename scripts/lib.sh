@@ -9,6 +9,8 @@ declare -A packages=(
     # 19 is in Debian 12 and 13 alike.
     [lint]="clang-format-19 clang-tidy-19"
     [test]="openssl libbenchmark-dev"
+    [debian13]="debootstrap debian-archive-keyring"
+    [windows]="g++-mingw-w64-x86-64-posix cmake ninja-build qt6-base-dev qt6-l10n-tools"
 )
 # The same where there is no apt: the commands that have to be here.
 declare -A commands=(
@@ -16,6 +18,8 @@ declare -A commands=(
     [display]="Xvfb openbox xdotool xprop convert jq"
     [lint]="clang-format clang-tidy"
     [test]="openssl"
+    [debian13]="debootstrap"
+    [windows]="x86_64-w64-mingw32-g++-posix cmake ninja lrelease"
 )
 
 # Qt reads file names and texts as UTF-8; a bare system's "C" says nothing of it.
