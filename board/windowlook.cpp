@@ -1,14 +1,57 @@
 #include "board/windowlook.h"
 
+#include <QApplication>
 #include <QFile>
 #include <QFontDatabase>
-#include <QWidget>
+#include <QLabel>
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QString programFamily()
+{
+    return u"Montserrat"_s;
+}
+
+/// Menus are windows of their own, which no style sheet of the program reaches. A system's font for
+/// menus may hold black and white drawings of some of the circles that the note's menu shows in
+/// their colours; the program's font holds none, and so leaves them all to the coloured ones.
+void dressMenus()
+{
+    QFont font = QApplication::font("QMenu");
+    font.setFamilies({programFamily(), u"Segoe UI Emoji"_s, u"Noto Color Emoji"_s});
+    QApplication::setFont(font, "QMenu");
+}
+
+/// The picture at \a path as it is drawn for screens with fine pixels.
+QString finePicture(const QString &path)
+{
+    QString fine(path);
+    return fine.insert(path.lastIndexOf(u'.'), u"@2x"_s);
+}
+
+/// A picture that a form gives to a label is always the coarse one. The fine one is right wherever
+/// one of the screens is fine: a label scales it down for the screen that it stands on.
+void showPictures(const QWidget &window)
+{
+    const bool fine = qApp->devicePixelRatio() > 1.0;
+    const auto labels = window.findChildren<QLabel *>();
+    for (auto *label : labels) {
+        const QString path = label->property("picture").toString();
+        if (!path.isEmpty())
+            label->setPixmap(QPixmap(fine ? finePicture(path) : path));
+    }
+}
+
+} // namespace
 
 void registerFont()
 {
     QFontDatabase::addApplicationFont(u":/fonts/Montserrat-Regular.ttf"_s);
+    // Only Windows has that font. Elsewhere the text of a note would look different, and break
+    // into other lines, on every machine.
+    QFont::insertSubstitution(u"Segoe UI"_s, programFamily());
 }
 
 void applyWindowLook(QWidget &window)
@@ -17,4 +60,6 @@ void applyWindowLook(QWidget &window)
     QFile style(u":/styles/window.qss"_s);
     if (style.open(QIODevice::ReadOnly))
         window.setStyleSheet(QString::fromUtf8(style.readAll()));
+    showPictures(window);
+    dressMenus();
 }

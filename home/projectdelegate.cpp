@@ -32,7 +32,8 @@ void MainWindow::ProjectDelegate::paint(QPainter *painter, const QStyleOptionVie
     else if (index.row() % 2 == 0)
         painter->fillRect(row.rect, QColor(0xf5, 0xf5, 0xf5));
 
-    painter->drawPixmap(corner + documentOffset, documentIcon.pixmap(documentSize));
+    const qreal pixelRatio = painter->device()->devicePixelRatioF();
+    painter->drawPixmap(corner + documentOffset, documentIcon.pixmap(documentSize, pixelRatio));
 
     QFont font = painter->font();
     font.setWeight(QFont::Bold);
