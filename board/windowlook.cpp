@@ -44,6 +44,16 @@ void showPictures(const QWidget &window)
     }
 }
 
+/// What has a tool tip shows a picture and no words: it is read out as its tool tip.
+void nameByToolTips(const QWidget &window)
+{
+    const auto widgets = window.findChildren<QWidget *>();
+    for (auto *widget : widgets) {
+        if (!widget->toolTip().isEmpty())
+            widget->setAccessibleName(widget->toolTip());
+    }
+}
+
 } // namespace
 
 void registerFont()
@@ -62,4 +72,5 @@ void applyWindowLook(QWidget &window)
         window.setStyleSheet(QString::fromUtf8(style.readAll()));
     showPictures(window);
     dressMenus();
+    nameByToolTips(window);
 }

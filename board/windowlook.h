@@ -6,5 +6,6 @@ class QWidget;
 void registerFont();
 
 /// Registers the program's font, also for menus, gives \a window the style sheet that all windows
-/// share, and shows the picture of every label of it whose property "picture" names one.
+/// share, shows the picture of every label of it whose property "picture" names one, and has its
+/// pictures with a tool tip read out to people who do not see them.
 void applyWindowLook(QWidget &window);

@@ -30,6 +30,18 @@ void showRule(QLabel *label)
     }
 }
 
+/// Names the pictures on the pages of \a help, for people who do not see them, after their pages.
+void namePreviews(const QTabWidget *help)
+{
+    for (int i = 0; i < help->count(); ++i) {
+        const auto labels = help->widget(i)->findChildren<QLabel *>();
+        for (auto *label : labels) {
+            if (!label->pixmap().isNull())
+                label->setAccessibleName(MainWindow::tr("Vista previa: %1").arg(help->tabText(i)));
+        }
+    }
+}
+
 } // namespace
 
 MainWindow::MainWindow(QWidget *parent)
@@ -47,6 +59,8 @@ MainWindow::MainWindow(QWidget *parent)
     applyWindowLook(*this);
     showRule(ui->Separator);
     showRule(ui->SeparatorMenu);
+    ui->listWidget->setAccessibleName(ui->SubTitleIndexFiles->text());
+    namePreviews(ui->HelpWidget);
     QLocale::setDefault(locale);
     setFixedSize(size());
     setFocusPolicy(Qt::NoFocus);

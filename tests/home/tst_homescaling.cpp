@@ -6,7 +6,7 @@
 #include <QTabWidget>
 #include <QtMath>
 
-#include <optional>
+#include <memory>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -27,13 +27,13 @@ private slots:
     void iconsAreSharp();
 
 private:
-    std::optional<HomeWindow> home;
+    std::unique_ptr<HomeWindow> home;
 };
 
 /// Lets every page and every tab of the help be laid out once.
 void TestHomeScaling::init()
 {
-    home.emplace();
+    home = std::make_unique<HomeWindow>();
     home->window.NavSettings();
     home->window.NavHelp();
     auto *const tabs = home->child<QTabWidget>(u"HelpWidget"_s);

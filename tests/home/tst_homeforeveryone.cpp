@@ -1,0 +1,225 @@
+#include "tests/home/homewindow.h"
+#include "tests/support/contrast.h"
+#include "tests/support/keyboardwalk.h"
+#include "tests/support/names.h"
+
+#include <QListWidget>
+#include <QTabWidget>
+
+#include <memory>
+
+using namespace Qt::Literals::StringLiterals;
+
+// The home window for people who use the keyboard, hear the window or see it badly.
+
+class TestHomeForEveryone : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup() { home.reset(); }
+
+    void theTabKeyWalksAsTheEyeDoes_data();
+    void theTabKeyWalksAsTheEyeDoes();
+    void theUpdateAdvisorIsReachedLast();
+    void whatCannotBeUsedTakesNoFocus();
+    void theFocusIsSeen_data();
+    void theFocusIsSeen();
+    void theArrowKeysShowTheBoardTheyAreAt();
+
+    void everythingHasAName();
+    void theListIsNamedAfterItsTitle();
+    void aPreviewIsNamedAfterItsTab();
+
+    void textsStandOutFromTheirGround_data();
+    void textsStandOutFromTheirGround();
+    void boardsStandOutFromTheirRows();
+    void theSelectedTabStandsOut();
+    void theUpdateAdvisorStandsOut();
+
+private:
+    void addPages();
+    void makeBoards(const QStringList &names);
+
+    std::unique_ptr<HomeWindow> home;
+};
+
+namespace {
+
+using Page = void (MainWindow::*)();
+
+const QStringList navigation = {u"NavMainBtn"_s, u"NavSettingsBtn"_s, u"NavHelpBtn"_s};
+
+} // namespace
+
+void TestHomeForEveryone::init()
+{
+    home = std::make_unique<HomeWindow>();
+    home->window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&home->window));
+}
+
+void TestHomeForEveryone::makeBoards(const QStringList &names)
+{
+    for (const QString &name : names) {
+        QFile file(home->dataPath() + u'/' + name);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+    }
+    home->window.showProjects();
+}
+
+void TestHomeForEveryone::addPages()
+{
+    QTest::addColumn<Page>("page");
+    QTest::addColumn<QStringList>("stops");
+    QTest::newRow("boards") << &MainWindow::NavMain
+                            << QStringList{u"NewProject"_s, u"ImportProject"_s, u"listWidget"_s};
+    QTest::newRow("settings") << &MainWindow::NavSettings
+                              << QStringList{u"CompressFiles"_s, u"BetterPerformance"_s,
+                                             u"BetterX2"_s,      u"OnlyViewData"_s,
+                                             u"ClearCacheBtn"_s, u"RedoFolder"_s,
+                                             u"DeleteAll"_s};
+    QTest::newRow("help") << &MainWindow::NavHelp << QStringList{u"HelpWidget"_s};
+}
+
+void TestHomeForEveryone::theTabKeyWalksAsTheEyeDoes_data()
+{
+    addPages();
+}
+
+void TestHomeForEveryone::theTabKeyWalksAsTheEyeDoes()
+{
+    QFETCH(const Page, page);
+    QFETCH(const QStringList, stops);
+    (home->window.*page)();
+    home->child(u"NavMainBtn"_s)->setFocus();
+
+    QCOMPARE(KeyboardWalk::stops(home->window), navigation + stops);
+}
+
+void TestHomeForEveryone::theUpdateAdvisorIsReachedLast()
+{
+    home->child(u"UpdateAdvisor"_s)->show();
+    home->child(u"NavMainBtn"_s)->setFocus();
+
+    const QStringList stops = KeyboardWalk::stops(home->window);
+    QCOMPARE(stops.mid(stops.size() - 2), QStringList({u"CancelUpdate"_s, u"StartUpdate"_s}));
+}
+
+void TestHomeForEveryone::whatCannotBeUsedTakesNoFocus()
+{
+    QCOMPARE(home->window.focusPolicy(), Qt::NoFocus);
+    const auto labels = home->window.findChildren<QLabel *>();
+    for (const auto *label : labels)
+        QCOMPARE(label->focusPolicy(), Qt::NoFocus);
+    for (const auto &panel : {u"SideMenu"_s, u"MainMenu"_s, u"SettingsMenu"_s, u"HelpMenu"_s,
+                              u"widget"_s, u"CleanedCacheW"_s, u"UpdateAdvisor"_s}) {
+        QCOMPARE(home->child(panel)->focusPolicy(), Qt::NoFocus);
+    }
+}
+
+void TestHomeForEveryone::theFocusIsSeen_data()
+{
+    addPages();
+}
+
+void TestHomeForEveryone::theFocusIsSeen()
+{
+    QFETCH(const Page, page);
+    (home->window.*page)();
+    home->child(u"NavMainBtn"_s)->setFocus();
+
+    QStringList unseen = KeyboardWalk::unseen(home->window);
+    // Neither its frame nor its rows have a look of their own for the focus; it is seen as soon as
+    // an arrow key selects a row.
+    unseen.removeAll(u"listWidget"_s);
+    QCOMPARE(unseen.join(u", "), QString());
+}
+
+void TestHomeForEveryone::theArrowKeysShowTheBoardTheyAreAt()
+{
+    makeBoards({u"a.vtrz"_s, u"b.vtrz"_s});
+    auto *const list = home->child<QListWidget>(u"listWidget"_s);
+    list->setFocus(Qt::TabFocusReason);
+    const QImage before = list->grab().toImage();
+
+    QTest::keyClick(home->window.windowHandle(), Qt::Key_Down);
+
+    QCOMPARE(list->selectedItems().size(), 1);
+    QVERIFY(list->grab().toImage() != before);
+}
+
+void TestHomeForEveryone::everythingHasAName()
+{
+    // These only decorate the text beside them.
+    const QStringList decoration = {u"SubTitleLabelTxt_13"_s, u"InstallerLogo"_s, u"UpdateIcon"_s};
+    QCOMPARE(Names::missing(home->window), decoration);
+}
+
+void TestHomeForEveryone::theListIsNamedAfterItsTitle()
+{
+    QCOMPARE(Names::of(*home->child(u"listWidget"_s)),
+             home->child<QLabel>(u"SubTitleIndexFiles"_s)->text());
+    QCOMPARE(Names::of(*home->child(u"HelpWidget"_s)),
+             home->child<QLabel>(u"SubTitleIndexHelp"_s)->text());
+}
+
+void TestHomeForEveryone::aPreviewIsNamedAfterItsTab()
+{
+    QCOMPARE(Names::of(*home->child(u"HelpPenPreview"_s)), u"Vista previa: Modo Lápiz"_s);
+}
+
+void TestHomeForEveryone::textsStandOutFromTheirGround_data()
+{
+    addPages();
+}
+
+void TestHomeForEveryone::textsStandOutFromTheirGround()
+{
+    QFETCH(const Page, page);
+    (home->window.*page)();
+    auto *const cover = home->child(u"CleanedCacheS"_s);
+    cover->resize(home->child(u"ClearCacheBtn"_s)->size());
+    for (const int tab : {0, 6}) {
+        home->child<QTabWidget>(u"HelpWidget"_s)->setCurrentIndex(tab);
+        QCoreApplication::processEvents();
+        QCOMPARE(Contrast::faint(home->window).join(u", "), QString());
+    }
+}
+
+void TestHomeForEveryone::boardsStandOutFromTheirRows()
+{
+    makeBoards({u"a.vtrz"_s, u"b.vtrz"_s});
+    auto *const list = home->child<QListWidget>(u"listWidget"_s);
+    list->setCurrentRow(0);
+    for (int row = 0; row < list->count(); ++row) {
+        constexpr int textLeft = 60;
+        const QRect place = list->visualItemRect(list->item(row)).adjusted(textLeft, 0, 0, 0);
+        const QPoint corner = list->viewport()->mapTo(&home->window, QPoint());
+        QVERIFY(Contrast::in(home->window, place.translated(corner)) >= Contrast::enough);
+    }
+}
+
+void TestHomeForEveryone::theSelectedTabStandsOut()
+{
+    home->window.NavHelp();
+    auto *const tabs = home->child<QTabWidget>(u"HelpWidget"_s);
+    tabs->setTabIcon(0, {});
+    QCoreApplication::processEvents();
+    constexpr int lineBelow = 5;
+    const QRect place = tabs->tabBar()->tabRect(0).adjusted(0, 0, 0, -lineBelow);
+    const QPoint corner = tabs->tabBar()->mapTo(&home->window, QPoint());
+    QVERIFY(Contrast::in(home->window, place.translated(corner)) >= Contrast::enough);
+}
+
+void TestHomeForEveryone::theUpdateAdvisorStandsOut()
+{
+    home->child(u"UpdateAdvisor"_s)->show();
+    auto *const card = home->child(u"FrameUpdater"_s);
+    // Below it, the page is dimmed; what it reads is covered or meant to be faint.
+    QCOMPARE(Contrast::faint(*card).join(u", "), QString());
+}
+
+QTEST_MAIN(TestHomeForEveryone)
+#include "tst_homeforeveryone.moc"
