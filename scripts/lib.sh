@@ -9,6 +9,8 @@ declare -A packages=(
     # 19 is in Debian 12 and 13 alike.
     [lint]="clang-format-19 clang-tidy-19"
     [test]="openssl libbenchmark-dev"
+    [package]="nsis zip"
+    [qt]="dpkg-dev g++ qt6-base-dev qt6-base-dev-tools"
     [debian13]="debootstrap debian-archive-keyring"
     [windows]="g++-mingw-w64-x86-64-posix cmake ninja-build qt6-base-dev qt6-l10n-tools"
 )
@@ -18,6 +20,7 @@ declare -A commands=(
     [display]="Xvfb openbox xdotool xprop convert jq"
     [lint]="clang-format clang-tidy"
     [test]="openssl"
+    [package]="makensis zip"
     [debian13]="debootstrap"
     [windows]="x86_64-w64-mingw32-g++-posix cmake ninja lrelease"
 )
