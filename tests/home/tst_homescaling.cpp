@@ -1,10 +1,12 @@
+#include "tests/home/boxsequence.h"
 #include "tests/home/homewindow.h"
 #include "tests/support/sharppictures.h"
 #include "tests/support/textfit.h"
 
 #include <QListWidget>
+#include <QProgressBar>
 #include <QTabWidget>
-#include <QtMath>
+#include <QTimer>
 
 #include <memory>
 
@@ -23,6 +25,7 @@ private slots:
     void theWindowHasItsScale();
     void noTextIsCut();
     void aBoardInAnOrdinaryFolderIsReadWhole();
+    void theProgressOfDeletingIsReadWhole();
     void picturesAreSharp();
     void iconsAreSharp();
 
@@ -70,6 +73,27 @@ void TestHomeScaling::aBoardInAnOrdinaryFolderIsReadWhole()
         u"C:/Users/María Fernanda Hernández/Documents/OrvanePlumara - 05/03/2026 14:07"_s;
     QVERIFY(QFontMetricsF(list->font(), list).horizontalAdvance(TextFit::widest(info, list->font()))
             <= room);
+}
+
+void TestHomeScaling::theProgressOfDeletingIsReadWhole()
+{
+    const BoxSequence consent({u"Aceptar"_s});
+    QList<bool> fits;
+    QTimer watch;
+    connect(&watch, &QTimer::timeout, &watch, [this, &fits] {
+        const auto *const bar = home->window.findChild<QProgressBar *>();
+        if (bar && bar->isVisible() && bar->value() > 0)
+            fits << (TextFit::fits(*bar) && TextFit::fits(*bar->window()));
+    });
+    watch.start(50);
+    home->window.NavSettings();
+    home->child(u"UpdateAdvisor"_s)->hide();
+
+    home->click(u"DeleteAll"_s); // comes back when everything is deleted
+
+    QVERIFY(fits.contains(true));
+    QVERIFY(!fits.contains(false));
+    QTRY_VERIFY(!home->window.isVisible());
 }
 
 void TestHomeScaling::picturesAreSharp()
