@@ -13,6 +13,7 @@ declare -A packages=(
     [qt]="dpkg-dev g++ qt6-base-dev qt6-base-dev-tools"
     [debian13]="debootstrap debian-archive-keyring"
     [windows]="g++-mingw-w64-x86-64-posix cmake ninja-build qt6-base-dev qt6-l10n-tools"
+    [wine]="wine wine64 fonts-wine fonts-liberation xauth"
 )
 # The same where there is no apt: the commands that have to be here.
 declare -A commands=(
@@ -23,6 +24,7 @@ declare -A commands=(
     [package]="makensis zip"
     [debian13]="debootstrap"
     [windows]="x86_64-w64-mingw32-g++-posix cmake ninja lrelease"
+    [wine]="wine wineserver"
 )
 
 # Qt reads file names and texts as UTF-8; a bare system's "C" says nothing of it.
@@ -84,4 +86,10 @@ qt_version() {
     for tool in qtpaths6 qmake6 qtpaths qmake; do
         "$tool" -query QT_VERSION 2>/dev/null && return
     done
+}
+
+# ctest_sums <log>: how many tests passed and how many failed, as CTest wrote into its log.
+ctest_sums() {
+    sed -n 's/.*tests passed, \([0-9]*\) tests* failed out of \([0-9]*\)/\1 \2/p' "$1" \
+        | awk '{ print $2 - $1, $1 }'
 }

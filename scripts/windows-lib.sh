@@ -5,6 +5,13 @@
 # What is made once and kept.
 cache=${PLUMARA_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/orvane-plumara}
 
+# What the person can set, for the help texts.
+# shellcheck disable=SC2034 # used by those who source this file
+windows_variables="  PLUMARA_QT_WINDOWS     the folder or archive of a Qt 6.8 for Windows, else the one that
+                         scripts/build-qt-windows made
+  PLUMARA_CACHE          where what is made once is kept, else ~/.cache/orvane-plumara
+  PLUMARA_DEBIAN_MIRROR  where Debian 13 comes from, else the mirror that this machine uses"
+
 # The release of Qt for which Debian 13 has the tools that run on the host.
 windows_qt_release=6.8
 

@@ -202,6 +202,7 @@ void TestEndOfPresentation::escapeLeavesWhileANoteIsEdited()
     ShownBoard board;
     enter(board);
     board.window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&board.window));
     auto *const note = new StickyNoteItem;
     note->setPos(500, 300);
     board.scene.addItem(note);

@@ -2,6 +2,7 @@
 #include "tests/home/homecheckboxes.h"
 #include "tests/home/windowtable.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QMetaMethod>
 #include <QTabBar>
@@ -123,8 +124,10 @@ void TestHomeForm::everyFontHasItsSizeAndWeight_data()
     QTest::addColumn<int>("weight");
     for (const FontRow &row : fontRows)
         QTest::newRow(row.name) << QString::fromLatin1(row.name) << row.pointSize << row.weight;
+    // The size of the check boxes is left to the person's system.
+    const int systemSize = QApplication::font().pointSize();
     for (const QString &name : checkBoxes)
-        QTest::newRow(qPrintable(name)) << name << 9 << 500;
+        QTest::newRow(qPrintable(name)) << name << systemSize << 500;
 }
 
 void TestHomeForm::everyFontHasItsSizeAndWeight()

@@ -373,13 +373,14 @@ void tst_ArrowLineItem::theRightButtonDoesNotDrag()
     QVERIFY(on.canvas.show());
     const MenuAnswer menu;
     on.canvas.pointer.press({150, 100}, Qt::RightButton);
-    QVERIFY(menu.seen());
     QVERIFY(!on.arrow->hasCursor());
     // The base class took the press, as it does for every item that can be moved.
     QCOMPARE(on.canvas.scene.mouseGrabberItem(), on.arrow);
     on.canvas.pointer.move({190, 140});
-    on.canvas.pointer.release({190, 140}, Qt::RightButton);
     QCOMPARE(on.arrow->pos(), QPointF());
+    on.canvas.pointer.move({150, 100});
+    on.canvas.pointer.release({150, 100}, Qt::RightButton);
+    QVERIFY(menu.seen()); // with the press, or with the release, as the platform has it
     QVERIFY(!on.arrow->isSelected());
 }
 

@@ -301,9 +301,9 @@ void tst_StickyNoteItem::theRightButtonNeitherDragsNorSelects()
     QVERIFY(on.canvas.show());
     const MenuAnswer menu;
     on.canvas.pointer.press(on.onPaper(), Qt::RightButton);
-    QVERIFY(menu.seen());
     on.canvas.pointer.move(on.onPaper() + QPointF(30, 30));
     on.canvas.pointer.release(on.onPaper() + QPointF(30, 30), Qt::RightButton);
+    QVERIFY(menu.seen()); // with the press, or with the release, as the platform has it
     QCOMPARE(on.note->pos(), NoteOnCanvas::place);
     QVERIFY(!on.note->isSelected());
 }

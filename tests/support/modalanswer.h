@@ -17,6 +17,8 @@ public:
     explicit ModalAnswer(std::function<void(Dialog &)> answer)
         : action(std::move(answer))
     {
+        // Where the platform has a dialog of its own for this, nobody here could answer it.
+        QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
         connect(&timer, &QTimer::timeout, this, &ModalAnswer::look);
         timer.start(pollInterval);
     }

@@ -4,24 +4,17 @@
 #include <QDir>
 #include <QTemporaryDir>
 
-#ifdef Q_OS_UNIX
+#ifdef Q_OS_WIN
+#include "tests/support/windowsprofile.h"
+#else
 #include <unistd.h>
 #endif
 
 /// Gives the program an empty home folder for as long as the object lives, so that no test ever
-/// touches the real one.
+/// touches the real one. Its name has blanks and Spanish letters in it, as names of people have.
 class ScratchHome
 {
 public:
-    ScratchHome()
-        : folder(parent() + QStringLiteral("/plumara-home-XXXXXX"))
-        , previous(qgetenv(variable))
-    {
-        qputenv(variable, QFile::encodeName(folder.path()));
-    }
-    ~ScratchHome() { qputenv(variable, previous); }
-    Q_DISABLE_COPY_MOVE(ScratchHome)
-
     /// The absolute path of \a name in the scratch home.
     QString path(const QString &name = {}) const
     {
@@ -33,13 +26,32 @@ public:
 
 private:
 #ifdef Q_OS_WIN
-    static constexpr const char *variable = "USERPROFILE";
     static QString parent() { return QDir::tempPath(); }
 #else
-    static constexpr const char *variable = "HOME";
     // Root's temporary folder may lie where a test that steps down to another user does not come.
     static QString parent() { return geteuid() == 0 ? QStringLiteral("/tmp") : QDir::tempPath(); }
+
+    /// The variable that says where the home is.
+    class Variable
+    {
+    public:
+        explicit Variable(const QString &path)
+            : previous(qgetenv("HOME"))
+        {
+            qputenv("HOME", QFile::encodeName(path));
+        }
+        ~Variable() { qputenv("HOME", previous); }
+        Q_DISABLE_COPY_MOVE(Variable)
+
+    private:
+        QByteArray previous;
+    };
 #endif
-    QTemporaryDir folder;
-    QByteArray previous;
+
+    QTemporaryDir folder{parent() + QStringLiteral("/María José Núñez XXXXXX")};
+#ifdef Q_OS_WIN
+    WindowsProfile home{folder.path()};
+#else
+    Variable home{folder.path()};
+#endif
 };
