@@ -37,7 +37,8 @@ private slots:
 private:
     /// The pictures of resources/art/sizes.txt and the sizes that it gives them.
     static QMap<QString, QList<QSize>> sizeTable();
-    /// The files of resources/art/rendered.sha256 and their recorded checksums.
+    /// The files of resources/art/*.sha256, drawn and taken pictures with their sources, and their
+    /// recorded checksums.
     static QMap<QString, QByteArray> recordedChecksums();
     static QString twiceAsLarge(const QString &picture);
     static QString inFolder(const QString &name);
@@ -89,12 +90,14 @@ QMap<QString, QList<QSize>> tst_Resources::sizeTable()
 QMap<QString, QByteArray> tst_Resources::recordedChecksums()
 {
     QMap<QString, QByteArray> checksums;
-    QFile file(inFolder(u"art/rendered.sha256"_s));
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return checksums;
-    while (!file.atEnd()) {
-        const QList<QByteArray> cells = file.readLine().simplified().split(' ');
-        checksums.insert(QString::fromUtf8(cells.value(1)), cells.value(0));
+    for (const QString &record : {u"art/rendered.sha256"_s, u"art/previews.sha256"_s}) {
+        QFile file(inFolder(record));
+        if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+            continue;
+        while (!file.atEnd()) {
+            const QList<QByteArray> cells = file.readLine().simplified().split(' ');
+            checksums.insert(QString::fromUtf8(cells.value(1)), cells.value(0));
+        }
     }
     return checksums;
 }
@@ -186,12 +189,16 @@ void tst_Resources::recordedFileIsUnchangedSinceTheLastRendering()
     QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(file.fileName()));
     const QByteArray actual =
         QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha256).toHex();
-    QVERIFY2(actual == checksum, "Changed since the last rendering: run scripts/render-art");
+    QVERIFY2(
+        actual == checksum,
+        "Changed since the last rendering: run scripts/render-art, or scripts/render-art previews");
 }
 
 void tst_Resources::everyDrawingAndPictureIsRecorded()
 {
-    QStringList expected{u"art/sizes.txt"_s};
+    QStringList expected{u"art/sizes.txt"_s, u"../scripts/previews"_s,
+                         u"../tests/e2e/previews/camera.sh"_s, u"../tests/e2e/previews/help.sh"_s,
+                         u"../tests/e2e/previews/lesson.sh"_s};
     const QStringList drawings = QDir(inFolder(u"art"_s)).entryList({u"*.svg"_s}, QDir::Files);
     for (const QString &drawing : drawings)
         expected << u"art/"_s + drawing;

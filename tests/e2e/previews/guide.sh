@@ -1,0 +1,100 @@
+# shellcheck shell=bash
+# shellcheck disable=SC2154 # what scripts/previews sets
+# The windows, whole: the home window with its boards and its help, a board, and its presentation.
+
+window_area=(0 0 1200 700) screen_area=(0 0 1920 1080)
+
+# The list shows where the boards are.
+export HOME=/tmp/Ana
+mkdir "$HOME"
+trap 'kill "${pid:-}" 2>/dev/null || true; rm -rf "$scratch" "$HOME"' EXIT
+boards=$HOME/Documents/OrvanePlumara
+mkdir -p "$boards"
+
+echo "A lesson"
+new_board
+photograph 80 440 330
+note 80 70 yellow "El ciclo del agua
+
+Objetivo: explicar cómo el agua sube al cielo y vuelve al mar.
+
+Material: hielo, un frasco de vidrio, plumones y la foto del lago.
+
+Duración: dos clases."
+note 450 70 blue "1. Evaporación
+
+El sol calienta el mar y los lagos.
+
+El agua se vuelve vapor y sube al aire.
+
+¿Dónde pasa en la casa?
+
+- La ropa que se seca
+- El charco del patio"
+note 820 70 grey "2. Condensación
+
+El vapor se enfría en lo alto y forma nubes de gotas pequeñas.
+
+Experimento: un vaso con hielo se moja por fuera."
+drawing sun 640 420
+drawing vapour 500 450
+drawing sea 470 560
+drawing cloud 830 400
+drawing rain 836 490
+arrow 330 334 500 334 "#0000ff" 5
+arrow 700 334 870 334 "#0000ff" 5
+arrow 970 352 930 398 "#ff0000" 5
+arrow 420 610 330 585 "#008000" 9
+# What a window does not show and a presentation does.
+note 1220 70 orange "3. Precipitación
+
+Las gotas se juntan, pesan más que el aire y caen como lluvia, nieve o granizo.
+
+¿Cuánto llovió en la semana? Revisar el frasco del patio."
+note 1580 70 pink "Tarea para el jueves
+
+Dibujar el ciclo completo con las tres etapas.
+
+Explicarlo a alguien de la casa y anotar sus preguntas.
+
+Traer un frasco limpio con tapa y un poco de arena."
+photograph 1230 430 640 -flop -fill '#ff8a4a' -colorize 30
+note 80 730 red "Preguntas del grupo
+
+- ¿Por qué no se llena el mar?
+- ¿De dónde sale la niebla?
+- ¿Por qué sabe a sal?
+- ¿Cuánta agua se puede beber?
+- ¿A dónde va la del lavabo?"
+note 450 730 yellow "Palabras nuevas
+
+Rocío: gotas que deja el aire frío de la noche.
+
+Cuenca: la tierra que lleva su lluvia al mismo río.
+
+Manantial: agua que brota sola."
+note 820 730 blue "Para la próxima clase
+
+Hacer un filtro de agua en equipos de cuatro.
+
+Registrar el color antes y después, y dibujar cada capa."
+arrow 1070 334 1250 334 "#0000ff" 5
+keep_board "El ciclo del agua"
+for name in "Reunión del equipo" "Plan de estudios" "Mapa de ideas"; do
+    cp "$boards/El ciclo del agua.vtrz" "$boards/$name.vtrz"
+done
+touch -d "2026-06-18 17:20" "$boards/Reunión del equipo.vtrz"
+touch -d "2026-05-05 14:07" "$boards/Plan de estudios.vtrz"
+touch -d "2026-02-11 09:30" "$boards/Mapa de ideas.vtrz"
+
+start
+take inicio "${window_area[@]}"
+click "${help_page[@]}"
+take ayuda "${window_area[@]}"
+click "${boards_page[@]}"
+click "${first_row[@]}"
+on "$board_title"
+take pizarra "${window_area[@]}"
+show_on_full_screen
+take presentacion "${screen_area[@]}"
+finish
