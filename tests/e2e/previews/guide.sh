@@ -39,11 +39,11 @@ Experimento: un vaso con hielo se moja por fuera."
 drawing sun 640 420
 drawing vapour 500 450
 drawing sea 470 560
-drawing cloud 830 400
-drawing rain 836 490
+drawing cloud 806 400
+drawing rain 812 490
 arrow 330 334 500 334 "#0000ff" 5
 arrow 700 334 870 334 "#0000ff" 5
-arrow 970 352 930 398 "#ff0000" 5
+arrow 930 312 908 398 "#ff0000" 5
 arrow 420 610 330 585 "#008000" 9
 # What a window does not show and a presentation does.
 note 1220 70 orange "3. Precipitación
@@ -98,3 +98,8 @@ take pizarra "${window_area[@]}"
 show_on_full_screen
 take presentacion "${screen_area[@]}"
 finish
+
+# The pages on which they stand are white as well.
+for name in inicio ayuda pizarra presentacion; do
+    mogrify -bordercolor '#c2c2c2' -border 1 -strip "$shots/$name.png"
+done
