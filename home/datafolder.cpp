@@ -13,6 +13,7 @@
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <QPalette>
 #include <QParallelAnimationGroup>
 #include <QProgressBar>
 #include <QPropertyAnimation>
@@ -32,6 +33,7 @@ constexpr int coverStayTime = 3000; // ms
 constexpr int coverShrinkTime = 200; // ms
 
 constexpr int progressWidth = 320; // pixels, for the title to be read
+constexpr QRgb progressColor = 0xff2d2d2d; // that of the icons
 constexpr int progressInterval = 200; // ms
 constexpr int progressStep = 10; // per cent
 constexpr int closeDelay = 500; // ms
@@ -186,6 +188,10 @@ void MainWindow::deleteAll()
     bar->setRange(0, 100);
     bar->setValue(0);
     bar->setMinimumWidth(progressWidth);
+    // Dark enough for the white figure on it.
+    QPalette palette = bar->palette();
+    palette.setColor(QPalette::Highlight, progressColor);
+    bar->setPalette(palette);
     (new QVBoxLayout(dialog))->addWidget(bar);
     dialog->setModal(true);
     dialog->show();

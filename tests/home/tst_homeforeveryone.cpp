@@ -1,11 +1,15 @@
+#include "tests/home/boxsequence.h"
 #include "tests/home/homewindow.h"
 #include "tests/support/contrast.h"
 #include "tests/support/keyboardwalk.h"
 #include "tests/support/names.h"
 
 #include <QListWidget>
+#include <QProgressBar>
 #include <QTabWidget>
+#include <QTimer>
 
+#include <algorithm>
 #include <memory>
 
 using namespace Qt::Literals::StringLiterals;
@@ -37,6 +41,7 @@ private slots:
     void boardsStandOutFromTheirRows();
     void theSelectedTabStandsOut();
     void theUpdateAdvisorStandsOut();
+    void theProgressOfDeletingStandsOut();
 
 private:
     void addPages();
@@ -219,6 +224,28 @@ void TestHomeForEveryone::theUpdateAdvisorStandsOut()
     auto *const card = home->child(u"FrameUpdater"_s);
     // Below it, the page is dimmed; what it reads is covered or meant to be faint.
     QCOMPARE(Contrast::faint(*card).join(u", "), QString());
+}
+
+void TestHomeForEveryone::theProgressOfDeletingStandsOut()
+{
+    const BoxSequence consent({u"Aceptar"_s});
+    QList<double> contrasts;
+    QTimer watch;
+    connect(&watch, &QTimer::timeout, &watch, [this, &contrasts] {
+        constexpr int figureCovered = 70; // percent, from which on the bar lies below its figure
+        auto *const bar = home->window.findChild<QProgressBar *>();
+        if (bar && bar->value() >= figureCovered)
+            contrasts << Contrast::in(
+                *bar, bar->rect().adjusted(bar->width() / 3, 4, -bar->width() / 3, -4));
+    });
+    watch.start(50);
+
+    home->window.deleteAll(); // comes back when everything is deleted
+
+    QVERIFY(!contrasts.isEmpty());
+    QVERIFY2(std::ranges::min(contrasts) >= Contrast::enough,
+             qPrintable(QString::number(std::ranges::min(contrasts))));
+    QTRY_VERIFY(!home->window.isVisible());
 }
 
 QTEST_MAIN(TestHomeForEveryone)
