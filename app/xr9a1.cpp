@@ -27,6 +27,10 @@ Xr9A1::Xr9A1(QObject *parent)
     : QObject(parent)
     , memory(key())
 {
+    if (memory.create(segmentSize, QSharedMemory::ReadWrite))
+        return;
+    // Only now: the segment goes by the number of a file that may be new, and an earlier file of
+    // that number may have left one behind, too.
     clearStaleSegment();
     memory.create(segmentSize, QSharedMemory::ReadWrite);
 }
