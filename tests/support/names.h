@@ -10,8 +10,9 @@ namespace Names {
 
 inline QString of(QWidget &widget)
 {
-    auto *const interface = QAccessible::queryAccessibleInterface(&widget);
-    return interface ? interface->text(QAccessible::Name) : QString();
+    // Not "interface", which the headers of Windows take for themselves.
+    auto *const accessible = QAccessible::queryAccessibleInterface(&widget);
+    return accessible ? accessible->text(QAccessible::Name) : QString();
 }
 
 /// The widgets of \a window that can have the focus or show a picture and have no name. Those that
