@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFontDatabase>
 #include <QLabel>
+#include <QToolTip>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -22,6 +23,14 @@ void dressMenus()
     QFont font = QApplication::font("QMenu");
     font.setFamilies({programFamily(), u"Segoe UI Emoji"_s, u"Noto Color Emoji"_s});
     QApplication::setFont(font, "QMenu");
+}
+
+/// Nor does a style sheet reach the font of tool tips.
+void dressToolTips()
+{
+    QFont font = QToolTip::font();
+    font.setFamilies({programFamily()});
+    QToolTip::setFont(font);
 }
 
 /// The picture at \a path as it is drawn for screens with fine pixels.
@@ -72,5 +81,6 @@ void applyWindowLook(QWidget &window)
         window.setStyleSheet(QString::fromUtf8(style.readAll()));
     showPictures(window);
     dressMenus();
+    dressToolTips();
     nameByToolTips(window);
 }

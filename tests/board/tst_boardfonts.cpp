@@ -3,8 +3,12 @@
 #include <QApplication>
 #include <QFontDatabase>
 #include <QGlyphRun>
+#include <QPushButton>
 #include <QRawFont>
 #include <QTextLayout>
+#include <QToolTip>
+
+#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -20,6 +24,7 @@ private slots:
     void menusShowColoredCirclesInTheirColors_data();
     void menusShowColoredCirclesInTheirColors();
     void menusKeepTheirSize();
+    void toolTipsAreWrittenInTheProgramsFont();
 
 private:
     /// The families of the fonts in which \a text is drawn.
@@ -76,6 +81,20 @@ void TestBoardFonts::menusKeepTheirSize()
     const qreal before = QApplication::font("QMenu").pointSizeF();
     const ShownBoard board;
     QCOMPARE(QApplication::font("QMenu").pointSizeF(), before);
+}
+
+void TestBoardFonts::toolTipsAreWrittenInTheProgramsFont()
+{
+    const ShownBoard board;
+    auto *const pencil = board.find<QPushButton>("ModoLapiz");
+    QToolTip::showText(pencil->mapToGlobal(QPoint()), pencil->toolTip(), pencil);
+
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto tip = std::ranges::find_if(windows, [](const QWidget *window) {
+        return window->isVisible() && window->windowType() == Qt::ToolTip;
+    });
+    QVERIFY(tip != windows.end());
+    QCOMPARE(QFontInfo((*tip)->font()).family(), u"Montserrat"_s);
 }
 
 QTEST_MAIN(TestBoardFonts)
