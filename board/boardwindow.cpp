@@ -11,6 +11,7 @@
 #include <QFileInfo>
 #include <QPropertyAnimation>
 #include <QTimer>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -62,6 +63,14 @@ void BoardWindow::buildWindow()
     QLocale::setDefault(locale);
     setFixedSize(size());
     setFocusPolicy(Qt::NoFocus);
+}
+
+void BoardWindow::showEvent(QShowEvent *event)
+{
+    // On Windows a window that belongs to another has no button in the task bar and goes with it
+    // when that one is minimised; the board stands for itself while the home window is hidden.
+    windowHandle()->setTransientParent(nullptr);
+    QMainWindow::showEvent(event);
 }
 
 void BoardWindow::startClock()

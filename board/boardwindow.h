@@ -76,6 +76,7 @@ public slots:
     void manejarPresentacion(int index);
 
 protected:
+    void showEvent(QShowEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:

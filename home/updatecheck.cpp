@@ -42,11 +42,11 @@ QUrl serverUrl(const QString &path)
 void endProcessTree()
 {
 #ifdef Q_OS_WIN
-    // One command line; a program name with blanks in it would be quoted as a single word.
-    QStringList command = QProcess::splitCommand(
-        "taskkill /F /IM "_L1 + QCoreApplication::applicationName() + ".exe /T"_L1);
-    const QString program = command.takeFirst();
-    QProcess::startDetached(program, command);
+    // Arguments as they stand: a program name with blanks in it is not to be quoted.
+    QProcess taskkill;
+    taskkill.setProgram(u"taskkill"_s);
+    taskkill.setNativeArguments("/F /IM "_L1 + QCoreApplication::applicationName() + ".exe /T"_L1);
+    taskkill.startDetached();
 #else
     // The program starts no processes of its own (the browser belongs to the desktop), so leaving
     // the event loop ends all there is, and lets everything be released in order.

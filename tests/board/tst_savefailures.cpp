@@ -40,6 +40,14 @@ QString nameAnew(ShownBoard &board)
     return board.name();
 }
 
+/// Puts a folder in the place of the file \a path, if there is one.
+void putFolderInPlace(const QString &path)
+{
+    QFile::remove(path);
+    if (!QDir().mkdir(path))
+        qFatal("The test cannot make its folder");
+}
+
 /// A board whose file is larger than any buffer on the way.
 QJsonArray manyStrokes()
 {
@@ -78,22 +86,23 @@ private slots:
 
 void TestSaveFailures::theWarningIsOneOfTheProgram_data()
 {
-    QTest::addColumn<QString>("place");
+    QTest::addColumn<bool>("opens");
     QTest::addColumn<QString>("text");
-    QTest::newRow("cannot open") << u"/nonexistent/plan.vtrz"_s << cannotOpen;
-    QTest::newRow("cannot write") << u"/dev/full"_s << cannotWrite;
+    QTest::newRow("cannot open") << false << cannotOpen;
+    QTest::newRow("cannot write") << true << cannotWrite;
 }
 
 void TestSaveFailures::theWarningIsOneOfTheProgram()
 {
-    QFETCH(const QString, place);
+    QFETCH(const bool, opens);
     const ScratchHome home;
     ShownBoard board;
     open(board, home.path(u"plan.vtrz"_s));
-    QVERIFY(QFile::remove(home.path(u"plan.vtrz"_s)));
-    QVERIFY(QFile::link(place, home.path(u"plan.vtrz"_s)));
+    if (!opens)
+        putFolderInPlace(home.path(u"plan.vtrz"_s));
     board.window.setUnsaved(true);
     const BoxAnswer warning(u"OK"_s);
+    const FileSizeLimit full(0);
 
     board.window.saveBoard();
 
@@ -132,8 +141,7 @@ void TestSaveFailures::aFolderInTheFilesPlaceIsReported()
     const ScratchHome home;
     ShownBoard board;
     open(board, home.path(u"plan.vtrz"_s));
-    QVERIFY(QFile::remove(home.path(u"plan.vtrz"_s)));
-    QVERIFY(QDir(home.path()).mkdir(u"plan.vtrz"_s));
+    putFolderInPlace(home.path(u"plan.vtrz"_s));
     board.window.setUnsaved(true);
 
     QCOMPARE(warningOfSave(board), cannotOpen);
@@ -151,9 +159,8 @@ void TestSaveFailures::aFileThatMayNotBeWrittenIsReportedAndUntouched()
     const QByteArray before = BoardFile::bytes(path);
     board.scene.addItem(new StickyNoteItem);
     board.window.setUnsaved(true);
-    QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
 
-    const OrdinaryUser user;
+    const UnwritableFile unwritable(path);
     QCOMPARE(warningOfSave(board), cannotOpen);
 
     QCOMPARE(BoardFile::bytes(path), before);
@@ -191,10 +198,9 @@ void TestSaveFailures::aFileThatMayNotBeReadIsReported()
     const QString path = BoardFile::write(folder.path(u"plan.vtrz"_s), "{}");
     ShownBoard board;
     board.scene.addItem(new StickyNoteItem);
-    QVERIFY(QFile::setPermissions(path, {}));
     const BoxAnswer warning(u"OK"_s);
 
-    const OrdinaryUser user;
+    const UnreadableFile unreadable(path);
     board.window.loadBoard(path);
 
     QCOMPARE(warning.box().text, u"No se pudo abrir el archivo."_s);
@@ -209,8 +215,7 @@ void TestSaveFailures::aFullDiskIsReported()
     const QString path = home.path(u"plan.vtrz"_s);
     // More than fits into the file's buffer.
     board.window.loadBoard(BoardFile::write(path, manyStrokes()));
-    QVERIFY(QFile::remove(path));
-    QVERIFY(QFile::link(u"/dev/full"_s, path));
+    const FileSizeLimit full(0);
 
     QCOMPARE(warningOfSave(board), cannotWrite);
 }
@@ -222,15 +227,15 @@ void TestSaveFailures::aFullDiskLeavesTheBoardUnsavedAndBound()
     const QString path = home.path(u"plan.vtrz"_s);
     open(board, path);
     board.window.setUnsaved(true);
-    QVERIFY(QFile::remove(path));
-    QVERIFY(QFile::link(u"/dev/full"_s, path));
 
-    QCOMPARE(warningOfSave(board), cannotWrite);
+    {
+        const FileSizeLimit full(0);
+        QCOMPARE(warningOfSave(board), cannotWrite);
+    }
     QCOMPARE(nameAnew(board), u"plan.vtrz* (Sin guardar)"_s);
     QCOMPARE(board.count(), 1);
 
     // With room again, the board is saved to the same file.
-    QVERIFY(QFile::remove(path));
     board.window.saveBoard();
     QCOMPARE(BoardFile::items(path).size(), 1);
     QCOMPARE(nameAnew(board), u"plan.vtrz"_s);
@@ -239,11 +244,11 @@ void TestSaveFailures::aFullDiskLeavesTheBoardUnsavedAndBound()
 void TestSaveFailures::aFullDiskDoesNotAdoptTheNewName()
 {
     const ScratchHome home;
-    QVERIFY(QFile::link(u"/dev/full"_s, home.path(u"otro.vtrz"_s)));
     ShownBoard board;
     board.scene.addItem(new StickyNoteItem);
     const FileDialogAnswer dialog(u"otro"_s);
     const BoxAnswer warning(u"OK"_s);
+    const FileSizeLimit full(0);
 
     board.click("GuardarComo");
 
@@ -258,12 +263,12 @@ void TestSaveFailures::aFullDiskDoesNotAdoptTheNewName()
 void TestSaveFailures::aFullDiskLeavesTheBoardToItsEarlierFile()
 {
     const ScratchHome home;
-    QVERIFY(QFile::link(u"/dev/full"_s, home.path(u"otro.vtrz"_s)));
     ShownBoard board;
     open(board, home.path(u"plan.vtrz"_s));
     board.window.setUnsaved(true);
     const FileDialogAnswer dialog(u"otro"_s);
     const BoxAnswer warning(u"OK"_s);
+    const FileSizeLimit full(0);
 
     board.click("GuardarComo");
 
@@ -274,21 +279,23 @@ void TestSaveFailures::aFullDiskLeavesTheBoardToItsEarlierFile()
 
 void TestSaveFailures::aNewBoardThatFailsToBeSavedStaysUnsaved_data()
 {
-    QTest::addColumn<QString>("place");
-    QTest::newRow("cannot open") << u"/nonexistent/plan.vtrz"_s;
-    QTest::newRow("cannot write") << u"/dev/full"_s;
+    QTest::addColumn<bool>("opens");
+    QTest::newRow("cannot open") << false;
+    QTest::newRow("cannot write") << true;
 }
 
 void TestSaveFailures::aNewBoardThatFailsToBeSavedStaysUnsaved()
 {
-    QFETCH(const QString, place);
+    QFETCH(const bool, opens);
     const ScratchHome home;
-    QVERIFY(QFile::link(place, home.path(u"plan.vtrz"_s)));
+    if (!opens)
+        putFolderInPlace(home.path(u"plan.vtrz"_s));
     ShownBoard board;
     board.window.setUnsaved(true);
     const FileDialogAnswer dialog(u"plan"_s);
     {
         const BoxAnswer warning(u"OK"_s);
+        const FileSizeLimit full(0);
         board.click("GuardarComo");
         QVERIFY(warning.seen());
     }
@@ -308,7 +315,7 @@ void TestSaveFailures::aFailedWriteLeavesAnEmptyFile()
     board.window.setUnsaved(true);
 
     {
-        const FileSizeLimit limit(0);
+        const FileSizeLimit full(0);
         QCOMPARE(warningOfSave(board), cannotWrite);
     }
 
@@ -338,7 +345,7 @@ void TestSaveFailures::aWriteThatStopsHalfwayCountsAsSaved()
 
     // Some bytes are enough for a success; this is wanted.
     {
-        const FileSizeLimit limit(static_cast<rlim_t>(room));
+        const FileSizeLimit limit(room);
         board.window.saveBoard();
     }
 

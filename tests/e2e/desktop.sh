@@ -1,4 +1,5 @@
 # shellcheck shell=bash
+# shellcheck disable=SC2154 # the scripts that source this set program, scratch and shots
 # Sourced by the tests that lead the program through a real desktop: windows by their titles,
 # pointer and keys as a person uses them, screenshots, and checks.
 
@@ -8,6 +9,38 @@ patience=200 # times a tenth of a second, for whatever the program has to do
 # below are in the program's pixels.
 LC_ALL=C printf -v scale_percent '%.0f' "${PLUMARA_TOUR_SCALE:-1}e2"
 scaled() { echo $((($1 * scale_percent + 50) / 100)); }
+
+# settle: gives the program a home folder, $person. A program for Windows has one in its own Windows,
+# and takes the scale from there.
+settle() {
+    if [[ $program == *.exe ]]; then
+        person=$WINEPREFIX/drive_c/users/$USER
+        return
+    fi
+    person=$scratch/home
+    export HOME=$person TMPDIR=$scratch XDG_RUNTIME_DIR=$scratch/run QT_SCALE_FACTOR=${PLUMARA_TOUR_SCALE:-1}
+    mkdir -p "$HOME"
+    mkdir -m 700 "$XDG_RUNTIME_DIR"
+}
+# launch <program> [argument]...: becomes the program. Call it in a process of its own.
+launch() {
+    [[ $1 != *.exe ]] || set -- wine "$@"
+    exec "$@"
+}
+# named <path>: the path as the person types it; on Windows from the home folder on, where the dialogs
+# start.
+named() {
+    local path=$1
+    if [[ $program == *.exe ]]; then
+        if [[ $path == "$person"/* ]]; then
+            path=${path#"$person"/}
+        else
+            path=Z:$path
+        fi
+        path=${path//\//\\}
+    fi
+    echo "$path"
+}
 
 fail() {
     printf 'FAILED: %s\n' "$*" >&2

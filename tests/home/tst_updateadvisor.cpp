@@ -1,4 +1,7 @@
 #include "tests/home/homewindow.h"
+#ifdef Q_OS_WIN
+#include "tests/support/startedcommands.h"
+#endif
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -204,6 +207,10 @@ void TestUpdateAdvisor::updatingOpensTheProductPageAndEndsTheProgram()
 {
     const Browser browser(home->window);
     showAdvisor();
+#ifdef Q_OS_WIN
+    // The command would end the test, too; so it does not come to be, and the end is put in its place.
+    const StartedCommands commands(&QCoreApplication::quit);
+#endif
     QTimer::singleShot(0, &home->window, [this] { home->click(u"StartUpdate"_s); });
     // Not the closing of the window but the update ends the program.
     QGuiApplication::setQuitOnLastWindowClosed(false);
@@ -214,6 +221,12 @@ void TestUpdateAdvisor::updatingOpensTheProductPageAndEndsTheProgram()
         QList<QUrl>({QUrl(u"https://"_s + QStringLiteral(PLUMARA_UPDATE_HOST) + u"/plumara"_s)}));
     QVERIFY(browser.windowWasOpen);
     QVERIFY(!home->window.isVisible());
+#ifdef Q_OS_WIN
+    QCOMPARE(commands.commandLines().size(), 1);
+    // Simplified because the toolkit puts two blanks between a program and its arguments.
+    QCOMPARE(commands.commandLines().constFirst().simplified(),
+             u"taskkill /F /IM tst_updateadvisor.exe /T"_s);
+#endif
 }
 
 QTEST_MAIN(TestUpdateAdvisor)

@@ -78,7 +78,7 @@ echo "A photograph"
 click "${image[@]}"
 on "Seleccionar imagen"
 shot seleccionar-imagen
-write "$photo"
+write "$(named "$photo")"
 keys Return
 on "$board_title"
 shot imagen
@@ -88,7 +88,7 @@ shot imagen-ajustada
 echo "Saving"
 click "${save[@]}"
 on "Guardar proyecto como"
-write "${board_file%.vtrz}"
+write "$(named "${board_file%.vtrz}")"
 shot guardar
 keys Return
 eventually "no board was saved" test -s "$board_file"
@@ -120,7 +120,7 @@ sha256sum --status --check <<<"$saved" || fail "closing changed the saved board"
 echo "Opening it again"
 click "${open_board[@]}"
 on "Abrir proyecto"
-write "$board_file"
+write "$(named "$board_file")"
 shot abrir
 keys Return
 on "$board_title"
@@ -128,7 +128,7 @@ has_ink "${stroke[@]}" || fail "the opened board lacks the stroke"
 shot abierta
 click "${save[@]}"
 on "Guardar proyecto como"
-write "$scratch/copia"
+write "$(named "$scratch/copia")"
 keys Return
 eventually "no copy was saved" test -s "$scratch/copia.vtrz"
 # Same board; the bytes of a picture may differ between two encodings of the same pixels.

@@ -1,0 +1,24 @@
+#include <QProcess>
+#include <QTest>
+
+// The command of Windows that ends the program for its update.
+class TestTaskkill : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void updatingEndsTheProgramByForce();
+};
+
+void TestTaskkill::updatingEndsTheProgramByForce()
+{
+    QProcess program;
+    program.start(QStringLiteral(UPDATING_PLUMARA), QStringList());
+    QVERIFY(program.waitForStarted());
+    QVERIFY(program.waitForFinished(60000));
+    // Its event loop never ends by itself, so code 0 cannot come from there.
+    QCOMPARE(program.exitCode(), 1);
+}
+
+QTEST_GUILESS_MAIN(TestTaskkill)
+#include "tst_taskkill.moc"
