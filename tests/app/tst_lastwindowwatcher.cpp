@@ -20,7 +20,7 @@ struct Windows
     QWidget board;
 };
 
-class tst_LastWindowWatcher : public QObject
+class TestLastWindowWatcher : public QObject
 {
     Q_OBJECT
 
@@ -54,7 +54,7 @@ protected:
 
 } // namespace
 
-void tst_LastWindowWatcher::closingTheOnlyWindowToBeSeenEndsTheProgram()
+void TestLastWindowWatcher::closingTheOnlyWindowToBeSeenEndsTheProgram()
 {
     Windows windows;
     QVERIFY(!endsTheProgram([&] { windows.board.close(); }));
@@ -64,7 +64,7 @@ void tst_LastWindowWatcher::closingTheOnlyWindowToBeSeenEndsTheProgram()
     QVERIFY(endsTheProgram([&] { windows.board.close(); }));
 }
 
-void tst_LastWindowWatcher::closingAWindowBesideAnotherEndsNothing()
+void TestLastWindowWatcher::closingAWindowBesideAnotherEndsNothing()
 {
     Windows windows;
     windows.home.show();
@@ -72,14 +72,14 @@ void tst_LastWindowWatcher::closingAWindowBesideAnotherEndsNothing()
     QVERIFY(!endsTheProgram([&] { windows.board.close(); }));
 }
 
-void tst_LastWindowWatcher::hidingAWindowEndsNothing()
+void TestLastWindowWatcher::hidingAWindowEndsNothing()
 {
     Windows windows;
     const LastWindowWatcher watcher;
     QVERIFY(!endsTheProgram([&] { windows.board.hide(); }));
 }
 
-void tst_LastWindowWatcher::aWindowThatRefusesToCloseEndsNothing()
+void TestLastWindowWatcher::aWindowThatRefusesToCloseEndsNothing()
 {
     RefusingWindow window;
     window.show();
@@ -87,7 +87,7 @@ void tst_LastWindowWatcher::aWindowThatRefusesToCloseEndsNothing()
     QVERIFY(!endsTheProgram([&] { window.close(); }));
 }
 
-void tst_LastWindowWatcher::quitOnLastWindowClosedIsObeyed()
+void TestLastWindowWatcher::quitOnLastWindowClosedIsObeyed()
 {
     Windows windows;
     const LastWindowWatcher watcher;
@@ -97,5 +97,5 @@ void tst_LastWindowWatcher::quitOnLastWindowClosedIsObeyed()
     QVERIFY(!ended);
 }
 
-QTEST_MAIN(tst_LastWindowWatcher)
+QTEST_MAIN(TestLastWindowWatcher)
 #include "tst_lastwindowwatcher.moc"

@@ -11,7 +11,7 @@ const char *const context = "QPlatformTheme";
 const char *const english = "Cancel";
 const QString spanish = u"Cancelar"_s;
 
-class tst_Translation : public QObject
+class TestTranslation : public QObject
 {
     Q_OBJECT
 
@@ -35,7 +35,7 @@ QString translated()
 
 } // namespace
 
-void tst_Translation::mexicanSpanishIsInstalled()
+void TestTranslation::mexicanSpanishIsInstalled()
 {
     QTranslator translator;
     installTranslation(translator, {u"es-MX"_s});
@@ -43,7 +43,7 @@ void tst_Translation::mexicanSpanishIsInstalled()
     QCOMPARE(translator.language(), u"es_MX"_s);
 }
 
-void tst_Translation::aLaterLanguageWithATranslationIsInstalled_data()
+void TestTranslation::aLaterLanguageWithATranslationIsInstalled_data()
 {
     QTest::addColumn<QStringList>("languages");
     QTest::newRow("second") << QStringList{u"fr-FR"_s, u"es-MX"_s};
@@ -51,7 +51,7 @@ void tst_Translation::aLaterLanguageWithATranslationIsInstalled_data()
     QTest::newRow("in the middle") << QStringList{u"en-US"_s, u"es-MX"_s, u"fr-FR"_s};
 }
 
-void tst_Translation::aLaterLanguageWithATranslationIsInstalled()
+void TestTranslation::aLaterLanguageWithATranslationIsInstalled()
 {
     QFETCH(QStringList, languages);
     QTranslator translator;
@@ -59,7 +59,7 @@ void tst_Translation::aLaterLanguageWithATranslationIsInstalled()
     QCOMPARE(translated(), spanish);
 }
 
-void tst_Translation::withoutATranslationNothingIsInstalled_data()
+void TestTranslation::withoutATranslationNothingIsInstalled_data()
 {
     QTest::addColumn<QStringList>("languages");
     QTest::newRow("no language") << QStringList();
@@ -67,7 +67,7 @@ void tst_Translation::withoutATranslationNothingIsInstalled_data()
     QTest::newRow("no tag at all") << QStringList{u""_s, u"C"_s};
 }
 
-void tst_Translation::withoutATranslationNothingIsInstalled()
+void TestTranslation::withoutATranslationNothingIsInstalled()
 {
     QFETCH(QStringList, languages);
     QTranslator translator;
@@ -78,7 +78,7 @@ void tst_Translation::withoutATranslationNothingIsInstalled()
 
 // Windows has no variable that stands for the person's settings.
 #ifndef Q_OS_WIN
-void tst_Translation::theSystemsLanguagesComeInItsOrder()
+void TestTranslation::theSystemsLanguagesComeInItsOrder()
 {
     // The system's locale is read anew when a QSystemLocale asks; the variable stands for the
     // person's list.
@@ -91,5 +91,5 @@ void tst_Translation::theSystemsLanguagesComeInItsOrder()
 }
 #endif
 
-QTEST_GUILESS_MAIN(tst_Translation)
+QTEST_GUILESS_MAIN(TestTranslation)
 #include "tst_translation.moc"

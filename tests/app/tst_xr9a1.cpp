@@ -4,7 +4,7 @@
 
 #include <optional>
 
-class tst_Xr9A1 : public QObject
+class TestXr9A1 : public QObject
 {
     Q_OBJECT
 
@@ -19,26 +19,26 @@ private slots:
     void theSegmentIsGoneWithItsLastHolder();
 };
 
-void tst_Xr9A1::hasNoSignalsOrSlotsOfItsOwn()
+void TestXr9A1::hasNoSignalsOrSlotsOfItsOwn()
 {
     QCOMPARE(Xr9A1::staticMetaObject.className(), "Xr9A1");
     QCOMPARE(Xr9A1::staticMetaObject.methodCount(), QObject::staticMetaObject.methodCount());
 }
 
-void tst_Xr9A1::theFirstInstanceFindsNobodyRunning()
+void TestXr9A1::theFirstInstanceFindsNobodyRunning()
 {
     Xr9A1 first;
     QVERIFY(!first.isRunning());
 }
 
-void tst_Xr9A1::askingAgainDoesNotCountItsOwnSegment()
+void TestXr9A1::askingAgainDoesNotCountItsOwnSegment()
 {
     Xr9A1 first;
     QVERIFY(!first.isRunning());
     QVERIFY(!first.isRunning());
 }
 
-void tst_Xr9A1::aLaterInstanceFindsTheFirst()
+void TestXr9A1::aLaterInstanceFindsTheFirst()
 {
     Xr9A1 first;
     QVERIFY(!first.isRunning());
@@ -46,7 +46,7 @@ void tst_Xr9A1::aLaterInstanceFindsTheFirst()
     QVERIFY(second.isRunning());
 }
 
-void tst_Xr9A1::anInstanceThatLeavesClearsTheWay()
+void TestXr9A1::anInstanceThatLeavesClearsTheWay()
 {
     std::optional<Xr9A1> first(std::in_place);
     QVERIFY(!first->isRunning());
@@ -55,7 +55,7 @@ void tst_Xr9A1::anInstanceThatLeavesClearsTheWay()
     QVERIFY(!second.isRunning());
 }
 
-void tst_Xr9A1::aLaterInstanceThatLeavesDoesNotDisturbTheFirst()
+void TestXr9A1::aLaterInstanceThatLeavesDoesNotDisturbTheFirst()
 {
     Xr9A1 first;
     QVERIFY(!first.isRunning());
@@ -67,7 +67,7 @@ void tst_Xr9A1::aLaterInstanceThatLeavesDoesNotDisturbTheFirst()
     QVERIFY(third.isRunning());
 }
 
-void tst_Xr9A1::theSegmentIsOneByteLong()
+void TestXr9A1::theSegmentIsOneByteLong()
 {
     const Xr9A1 guard;
     QSharedMemory segment(QStringLiteral("Plumara"));
@@ -80,7 +80,7 @@ void tst_Xr9A1::theSegmentIsOneByteLong()
 #endif
 }
 
-void tst_Xr9A1::theSegmentIsGoneWithItsLastHolder()
+void TestXr9A1::theSegmentIsGoneWithItsLastHolder()
 {
     std::optional<Xr9A1> guard(std::in_place);
     guard.reset();
@@ -89,5 +89,5 @@ void tst_Xr9A1::theSegmentIsGoneWithItsLastHolder()
     QCOMPARE(segment.error(), QSharedMemory::NotFound);
 }
 
-QTEST_GUILESS_MAIN(tst_Xr9A1)
+QTEST_GUILESS_MAIN(TestXr9A1)
 #include "tst_xr9a1.moc"

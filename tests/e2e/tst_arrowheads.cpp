@@ -10,7 +10,7 @@
 using namespace Qt::Literals::StringLiterals;
 
 // What the screen really shows of arrows, whose heads reach outside their bounding rectangles.
-class tst_ArrowHeads : public QObject
+class TestArrowHeads : public QObject
 {
     Q_OBJECT
 
@@ -37,7 +37,7 @@ private:
     QGraphicsScene *scene = nullptr;
 };
 
-void tst_ArrowHeads::init()
+void TestArrowHeads::init()
 {
     board = std::make_unique<BoardWindow>(nullptr);
     board->show();
@@ -46,7 +46,7 @@ void tst_ArrowHeads::init()
     scene = board->findChild<QGraphicsScene *>();
 }
 
-void tst_ArrowHeads::drawArrow()
+void TestArrowHeads::drawArrow()
 {
     board->setLineMode();
     pointer->drag({{300, 300}, {350, 300}, {420, 300}, {500, 300}});
@@ -55,7 +55,7 @@ void tst_ArrowHeads::drawArrow()
 }
 
 /// What the window system holds of the canvas.
-QImage tst_ArrowHeads::shown() const
+QImage TestArrowHeads::shown() const
 {
     auto *const screen = board->screen();
     return screen
@@ -65,12 +65,12 @@ QImage tst_ArrowHeads::shown() const
 }
 
 /// The same, painted anew as a whole.
-QImage tst_ArrowHeads::wanted() const
+QImage TestArrowHeads::wanted() const
 {
     return board->grab(canvas).toImage().convertToFormat(QImage::Format_RGB32);
 }
 
-void tst_ArrowHeads::aFlatArrowShowsItsHead()
+void TestArrowHeads::aFlatArrowShowsItsHead()
 {
     drawArrow();
     // A point of the head well above the line, which is 2 units wide.
@@ -78,14 +78,14 @@ void tst_ArrowHeads::aFlatArrowShowsItsHead()
     QTRY_COMPARE(shown().pixelColor(inHead), QColor(Qt::black));
 }
 
-void tst_ArrowHeads::aDraggedArrowLeavesNothingBehind()
+void TestArrowHeads::aDraggedArrowLeavesNothingBehind()
 {
     drawArrow();
     pointer->drag({{380, 300}, {400, 340}, {420, 360}, {440, 420}});
     QTRY_COMPARE(shown(), wanted());
 }
 
-void tst_ArrowHeads::aThickArrowLeavesNothingBehind()
+void TestArrowHeads::aThickArrowLeavesNothingBehind()
 {
     drawArrow();
     auto *const arrow = dynamic_cast<QGraphicsLineItem *>(scene->items().constFirst());
@@ -95,7 +95,7 @@ void tst_ArrowHeads::aThickArrowLeavesNothingBehind()
     QTRY_COMPARE(shown(), wanted());
 }
 
-void tst_ArrowHeads::anErasedArrowLeavesNothingBehind()
+void TestArrowHeads::anErasedArrowLeavesNothingBehind()
 {
     drawArrow();
     board->setEraseMode();
@@ -106,7 +106,7 @@ void tst_ArrowHeads::anErasedArrowLeavesNothingBehind()
     QTRY_COMPARE(shown(), wanted());
 }
 
-void tst_ArrowHeads::theToolsCursorShowsAfterAnArrowWasDragged()
+void TestArrowHeads::theToolsCursorShowsAfterAnArrowWasDragged()
 {
     drawArrow();
     const auto *const viewport = board->findChild<QGraphicsView *>(u"PizarraMain"_s)->viewport();
@@ -119,5 +119,5 @@ void tst_ArrowHeads::theToolsCursorShowsAfterAnArrowWasDragged()
     QCOMPARE(viewport->cursor().shape(), Qt::CrossCursor);
 }
 
-QTEST_MAIN(tst_ArrowHeads)
+QTEST_MAIN(TestArrowHeads)
 #include "tst_arrowheads.moc"

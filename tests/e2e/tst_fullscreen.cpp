@@ -13,7 +13,7 @@
 using namespace Qt::Literals::StringLiterals;
 
 // A presentation under a real window manager, on whatever screen the test is run.
-class tst_FullScreen : public QObject
+class TestFullScreen : public QObject
 {
     Q_OBJECT
 
@@ -45,25 +45,25 @@ private:
     std::unique_ptr<BoardWindow> board;
 };
 
-void tst_FullScreen::initTestCase()
+void TestFullScreen::initTestCase()
 {
     if (QGuiApplication::platformName() != u"xcb")
         QFAIL("This test needs a display with a window manager: scripts/with-display");
 }
 
-void tst_FullScreen::init()
+void TestFullScreen::init()
 {
     board = std::make_unique<BoardWindow>(nullptr);
     board->show();
     QVERIFY(QTest::qWaitForWindowActive(board.get()));
 }
 
-void tst_FullScreen::cleanup()
+void TestFullScreen::cleanup()
 {
     board.reset();
 }
 
-void tst_FullScreen::present()
+void TestFullScreen::present()
 {
     QTest::mouseClick(combo(), Qt::LeftButton);
     QTest::keyClick(combo(), Qt::Key_Down);
@@ -73,20 +73,20 @@ void tst_FullScreen::present()
     QVERIFY(QTest::qWaitForWindowActive(board.get()));
 }
 
-void tst_FullScreen::leave()
+void TestFullScreen::leave()
 {
     QTest::keyClick(board->windowHandle(), Qt::Key_Escape);
     QVERIFY(QTest::qWaitForWindowActive(board.get()));
 }
 
 /// The native window, as the window manager has placed it, and the widget.
-bool tst_FullScreen::fillsTheScreen() const
+bool TestFullScreen::fillsTheScreen() const
 {
     return board->windowHandle()->geometry() == screenRect()
         && board->size() == screenRect().size();
 }
 
-void tst_FullScreen::theBoardFillsTheScreenWithoutAFrame()
+void TestFullScreen::theBoardFillsTheScreenWithoutAFrame()
 {
     present();
     QVERIFY(board->isFullScreen());
@@ -94,7 +94,7 @@ void tst_FullScreen::theBoardFillsTheScreenWithoutAFrame()
     QCOMPARE(panel(u"PizarraMain"_s)->geometry(), QRect({0, 0}, screenRect().size()));
 }
 
-void tst_FullScreen::everyPanelSitsAtItsEdge()
+void TestFullScreen::everyPanelSitsAtItsEdge()
 {
     present();
     const int right = screenRect().width() - 10;
@@ -107,21 +107,21 @@ void tst_FullScreen::everyPanelSitsAtItsEdge()
     QTRY_COMPARE(panel(u"DateTimePanel"_s)->geometry(), QRect(right - 200, bottom - 35, 200, 35));
 }
 
-void tst_FullScreen::theWindowKeepsItsFixedSizeAsAWidget()
+void TestFullScreen::theWindowKeepsItsFixedSizeAsAWidget()
 {
     present();
     QCOMPARE(board->minimumSize(), QSize(1200, 700));
     QCOMPARE(board->maximumSize(), QSize(1200, 700));
 }
 
-void tst_FullScreen::theReminderIsSeen()
+void TestFullScreen::theReminderIsSeen()
 {
     present();
     QVERIFY(panel(u"AdviseFS"_s)->isVisible());
     QVERIFY(!panel(u"AdviseFS"_s)->visibleRegion().isEmpty());
 }
 
-void tst_FullScreen::theToolsWorkWhilePresenting()
+void TestFullScreen::theToolsWorkWhilePresenting()
 {
     present();
     auto *const view = board->findChild<QGraphicsView *>(u"PizarraMain"_s);
@@ -131,7 +131,7 @@ void tst_FullScreen::theToolsWorkWhilePresenting()
     QVERIFY(view->scene()->itemAt(middle + QPointF(5, 5), {}));
 }
 
-void tst_FullScreen::leavingRestoresTheWindow()
+void TestFullScreen::leavingRestoresTheWindow()
 {
     const auto framedSize = board->frameGeometry().size();
     present();
@@ -147,7 +147,7 @@ void tst_FullScreen::leavingRestoresTheWindow()
     QCOMPARE(combo()->currentIndex(), -1);
 }
 
-void tst_FullScreen::leavingPutsThePanelsBack()
+void TestFullScreen::leavingPutsThePanelsBack()
 {
     present();
     leave();
@@ -160,7 +160,7 @@ void tst_FullScreen::leavingPutsThePanelsBack()
     QVERIFY(!panel(u"AdviseFS"_s)->isVisible());
 }
 
-void tst_FullScreen::thePersonCannotResizeTheWindowAfterwards()
+void TestFullScreen::thePersonCannotResizeTheWindowAfterwards()
 {
     present();
     leave();
@@ -168,7 +168,7 @@ void tst_FullScreen::thePersonCannotResizeTheWindowAfterwards()
     QCOMPARE(board->windowHandle()->maximumSize(), QSize(1200, 700));
 }
 
-void tst_FullScreen::presentingAgainFillsTheScreenAgain()
+void TestFullScreen::presentingAgainFillsTheScreenAgain()
 {
     for (int i = 0; i < 3; ++i) {
         present();
@@ -177,7 +177,7 @@ void tst_FullScreen::presentingAgainFillsTheScreenAgain()
     }
 }
 
-void tst_FullScreen::enteringAndLeavingAtOnceEndsInTheWindow()
+void TestFullScreen::enteringAndLeavingAtOnceEndsInTheWindow()
 {
     // Before the window manager has answered at all.
     board->manejarPresentacion(0);
@@ -190,5 +190,5 @@ void tst_FullScreen::enteringAndLeavingAtOnceEndsInTheWindow()
     QCOMPARE(panel(u"AccountPanel"_s)->pos(), QPoint(920, 10));
 }
 
-QTEST_MAIN(tst_FullScreen)
+QTEST_MAIN(TestFullScreen)
 #include "tst_fullscreen.moc"

@@ -16,7 +16,7 @@ using namespace Qt::Literals::StringLiterals;
 
 using Stroke = std::pair<QPainterPath, QColor>;
 
-class tst_BoardSnapshot : public QObject
+class TestBoardSnapshot : public QObject
 {
     Q_OBJECT
 
@@ -75,12 +75,12 @@ template <typename Item> ItemState stateOf(Item *item)
 
 } // namespace
 
-void tst_BoardSnapshot::anEmptyBoardGivesAnEmptySnapshot()
+void TestBoardSnapshot::anEmptyBoardGivesAnEmptySnapshot()
 {
     QVERIFY(takeSnapshot(QGraphicsScene()).isEmpty());
 }
 
-void tst_BoardSnapshot::aStrokeIsItsPathAndColor()
+void TestBoardSnapshot::aStrokeIsItsPathAndColor()
 {
     auto *const stroke = new FreeDrawItem;
     stroke->setPath(zigzag());
@@ -93,7 +93,7 @@ void tst_BoardSnapshot::aStrokeIsItsPathAndColor()
     QCOMPARE(state.data.value<Stroke>(), Stroke(zigzag(), QColor(1, 2, 3, 4)));
 }
 
-void tst_BoardSnapshot::aNoteIsItsColor()
+void TestBoardSnapshot::aNoteIsItsColor()
 {
     auto *const note = new StickyNoteItem;
     note->setNoteColor(StickyNoteItem::Orange);
@@ -104,7 +104,7 @@ void tst_BoardSnapshot::aNoteIsItsColor()
     QCOMPARE(state.data.value<StickyNoteItem::NoteColor>(), StickyNoteItem::Orange);
 }
 
-void tst_BoardSnapshot::anArrowIsItsLine()
+void TestBoardSnapshot::anArrowIsItsLine()
 {
     const auto state = stateOf(new ArrowLineItem({1, 2}, {3.5, -4}));
     QCOMPARE(state.type, u"ArrowLine"_s);
@@ -112,7 +112,7 @@ void tst_BoardSnapshot::anArrowIsItsLine()
     QCOMPARE(state.data, QVariant(QLineF(1, 2, 3.5, -4)));
 }
 
-void tst_BoardSnapshot::anImageIsThePictureThatItShows()
+void TestBoardSnapshot::anImageIsThePictureThatItShows()
 {
     auto *const image = new ResizablePixmapItem(motley(50, 50));
     const QPixmap shown = motley(30, 20);
@@ -125,7 +125,7 @@ void tst_BoardSnapshot::anImageIsThePictureThatItShows()
     QCOMPARE(state.data.value<QPixmap>().cacheKey(), shown.cacheKey());
 }
 
-void tst_BoardSnapshot::whatIsNoBoardItemIsLeftOut()
+void TestBoardSnapshot::whatIsNoBoardItemIsLeftOut()
 {
     QGraphicsScene scene;
     scene.addRect(0, 0, 10, 10);
@@ -140,7 +140,7 @@ void tst_BoardSnapshot::whatIsNoBoardItemIsLeftOut()
     QCOMPARE(takeSnapshot(scene).size(), 1);
 }
 
-void tst_BoardSnapshot::theTopmostItemComesFirst()
+void TestBoardSnapshot::theTopmostItemComesFirst()
 {
     QGraphicsScene scene;
     scene.addItem(new ArrowLineItem({0, 0}, {9, 0}));
@@ -160,7 +160,7 @@ void tst_BoardSnapshot::theTopmostItemComesFirst()
     QCOMPARE(snapshot.constFirst().data.toLineF(), QLineF(0, 0, 0, 9));
 }
 
-void tst_BoardSnapshot::takingASnapshotLeavesTheBoardAlone()
+void TestBoardSnapshot::takingASnapshotLeavesTheBoardAlone()
 {
     QGraphicsScene scene;
     auto *const note = new StickyNoteItem;
@@ -173,7 +173,7 @@ void tst_BoardSnapshot::takingASnapshotLeavesTheBoardAlone()
     QCOMPARE(scene.items().size(), 2);
 }
 
-void tst_BoardSnapshot::aRestoredStrokeHasTheDefaultWidth()
+void TestBoardSnapshot::aRestoredStrokeHasTheDefaultWidth()
 {
     auto *const drawn = new FreeDrawItem;
     drawn->setPath(zigzag());
@@ -190,7 +190,7 @@ void tst_BoardSnapshot::aRestoredStrokeHasTheDefaultWidth()
     QCOMPARE(stroke->zValue(), 1.0);
 }
 
-void tst_BoardSnapshot::aRestoredNoteHasThePlaceholder()
+void TestBoardSnapshot::aRestoredNoteHasThePlaceholder()
 {
     auto *const written = new StickyNoteItem;
     written->setText(u"Comprar pan"_s);
@@ -205,7 +205,7 @@ void tst_BoardSnapshot::aRestoredNoteHasThePlaceholder()
     QCOMPARE(note->zValue(), 1.0);
 }
 
-void tst_BoardSnapshot::aRestoredArrowIsBlackAndThin()
+void TestBoardSnapshot::aRestoredArrowIsBlackAndThin()
 {
     auto *const drawn = new ArrowLineItem({1, 2}, {3.5, -4});
     drawn->setColor(Qt::red);
@@ -220,7 +220,7 @@ void tst_BoardSnapshot::aRestoredArrowIsBlackAndThin()
     QCOMPARE(arrow->zValue(), 2.0);
 }
 
-void tst_BoardSnapshot::aRestoredImageHasThePictureAsItsSource()
+void TestBoardSnapshot::aRestoredImageHasThePictureAsItsSource()
 {
     ImageOnCanvas on;
     QVERIFY(on.showSelected());
@@ -244,7 +244,7 @@ void tst_BoardSnapshot::aRestoredImageHasThePictureAsItsSource()
              shrunk.scaled(100, 100, Qt::KeepAspectRatio, Qt::SmoothTransformation).toImage());
 }
 
-void tst_BoardSnapshot::aRestoredItemBelongsToNobody()
+void TestBoardSnapshot::aRestoredItemBelongsToNobody()
 {
     for (auto *const drawn :
          QList<QGraphicsItem *>{new FreeDrawItem, new StickyNoteItem, new ArrowLineItem({}, {}),
@@ -260,7 +260,7 @@ void tst_BoardSnapshot::aRestoredItemBelongsToNobody()
     }
 }
 
-void tst_BoardSnapshot::anEmptyPictureRestoresNothing()
+void TestBoardSnapshot::anEmptyPictureRestoresNothing()
 {
     const auto state = stateOf(new ResizablePixmapItem({}));
     QCOMPARE(state.type, u"Pixmap"_s);
@@ -268,7 +268,7 @@ void tst_BoardSnapshot::anEmptyPictureRestoresNothing()
     QCOMPARE(restoreItem({u"Pixmap"_s, {}, u"no es una imagen"_s}), nullptr);
 }
 
-void tst_BoardSnapshot::anUnknownKindRestoresNothing_data()
+void TestBoardSnapshot::anUnknownKindRestoresNothing_data()
 {
     QTest::addColumn<QString>("type");
     QTest::newRow("none") << QString();
@@ -277,13 +277,13 @@ void tst_BoardSnapshot::anUnknownKindRestoresNothing_data()
     QTest::newRow("the name in files") << u"postit"_s;
 }
 
-void tst_BoardSnapshot::anUnknownKindRestoresNothing()
+void TestBoardSnapshot::anUnknownKindRestoresNothing()
 {
     QFETCH(QString, type);
     QCOMPARE(restoreItem({type, {}, QLineF(0, 0, 1, 1)}), nullptr);
 }
 
-void tst_BoardSnapshot::valuesOfAnotherTypeAreConverted()
+void TestBoardSnapshot::valuesOfAnotherTypeAreConverted()
 {
     const auto note = restored<StickyNoteItem>({u"StickyNote"_s, {}, 3});
     QVERIFY(note);
@@ -294,7 +294,7 @@ void tst_BoardSnapshot::valuesOfAnotherTypeAreConverted()
     QCOMPARE(arrow->line(), QLineF(1, 2, 3, 4));
 }
 
-void tst_BoardSnapshot::valuesThatCannotBeConvertedAreEmpty()
+void TestBoardSnapshot::valuesThatCannotBeConvertedAreEmpty()
 {
     const auto note = restored<StickyNoteItem>({u"StickyNote"_s, {}, {}});
     QVERIFY(note);
@@ -310,5 +310,5 @@ void tst_BoardSnapshot::valuesThatCannotBeConvertedAreEmpty()
     QVERIFY(!stroke->color().isValid());
 }
 
-QTEST_MAIN(tst_BoardSnapshot)
+QTEST_MAIN(TestBoardSnapshot)
 #include "tst_boardsnapshot.moc"

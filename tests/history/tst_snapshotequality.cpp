@@ -22,7 +22,7 @@ using namespace Qt::Literals::StringLiterals;
 
 using Stroke = std::pair<QPainterPath, QColor>;
 
-class tst_SnapshotEquality : public QObject
+class TestSnapshotEquality : public QObject
 {
     Q_OBJECT
 
@@ -107,12 +107,12 @@ void addToleranceRows()
 
 } // namespace
 
-void tst_SnapshotEquality::twoEmptyBoardsAreEqual()
+void TestSnapshotEquality::twoEmptyBoardsAreEqual()
 {
     QVERIFY(snapshotsEqual({}, {}));
 }
 
-void tst_SnapshotEquality::twoSnapshotsOfOneBoardAreEqual()
+void TestSnapshotEquality::twoSnapshotsOfOneBoardAreEqual()
 {
     QGraphicsScene scene;
     scene.addItem(new StickyNoteItem);
@@ -122,7 +122,7 @@ void tst_SnapshotEquality::twoSnapshotsOfOneBoardAreEqual()
     QVERIFY(snapshotsEqual(takeSnapshot(scene), takeSnapshot(scene)));
 }
 
-void tst_SnapshotEquality::theNumberOfItemsCounts()
+void TestSnapshotEquality::theNumberOfItemsCounts()
 {
     const ItemState note{u"StickyNote"_s, {}, QVariant::fromValue(StickyNoteItem::Red)};
     QVERIFY(!snapshotsEqual({note}, {}));
@@ -132,7 +132,7 @@ void tst_SnapshotEquality::theNumberOfItemsCounts()
     QVERIFY(snapshotsEqual({note, note}, {note, note}));
 }
 
-void tst_SnapshotEquality::theOrderCounts()
+void TestSnapshotEquality::theOrderCounts()
 {
     const ItemState red{u"StickyNote"_s, {}, QVariant::fromValue(StickyNoteItem::Red)};
     const ItemState grey{u"StickyNote"_s, {}, QVariant::fromValue(StickyNoteItem::Grey)};
@@ -140,7 +140,7 @@ void tst_SnapshotEquality::theOrderCounts()
     QVERIFY(!snapshotsEqual({red, grey}, {grey, red}));
 }
 
-void tst_SnapshotEquality::theKindCounts_data()
+void TestSnapshotEquality::theKindCounts_data()
 {
     QTest::addColumn<QString>("first");
     QTest::addColumn<QString>("second");
@@ -149,19 +149,19 @@ void tst_SnapshotEquality::theKindCounts_data()
     QTest::newRow("unknown kinds") << u"uno"_s << u"dos"_s;
 }
 
-void tst_SnapshotEquality::theKindCounts()
+void TestSnapshotEquality::theKindCounts()
 {
     QFETCH(QString, first);
     QFETCH(QString, second);
     QVERIFY(different({first, {}, QLineF()}, {second, {}, QLineF()}));
 }
 
-void tst_SnapshotEquality::placesAreComparedWithATolerance_data()
+void TestSnapshotEquality::placesAreComparedWithATolerance_data()
 {
     addToleranceRows();
 }
 
-void tst_SnapshotEquality::placesAreComparedWithATolerance()
+void TestSnapshotEquality::placesAreComparedWithATolerance()
 {
     QFETCH(qreal, first);
     QFETCH(qreal, second);
@@ -172,12 +172,12 @@ void tst_SnapshotEquality::placesAreComparedWithATolerance()
     QCOMPARE(different(at(first, 7), at(second, 7)), !same);
 }
 
-void tst_SnapshotEquality::endPointsAreComparedWithATolerance_data()
+void TestSnapshotEquality::endPointsAreComparedWithATolerance_data()
 {
     addToleranceRows();
 }
 
-void tst_SnapshotEquality::endPointsAreComparedWithATolerance()
+void TestSnapshotEquality::endPointsAreComparedWithATolerance()
 {
     QFETCH(qreal, first);
     QFETCH(qreal, second);
@@ -189,7 +189,7 @@ void tst_SnapshotEquality::endPointsAreComparedWithATolerance()
     QCOMPARE(equal(arrow({1, 2, 3, first}), arrow({1, 2, 3, second})), same);
 }
 
-void tst_SnapshotEquality::strokesAreTheirPathAndColor_data()
+void TestSnapshotEquality::strokesAreTheirPathAndColor_data()
 {
     QTest::addColumn<QPainterPath>("changedPath");
     QTest::addColumn<QColor>("changedColor");
@@ -209,7 +209,7 @@ void tst_SnapshotEquality::strokesAreTheirPathAndColor_data()
     QTest::newRow("no colour") << same << QColor() << false;
 }
 
-void tst_SnapshotEquality::strokesAreTheirPathAndColor()
+void TestSnapshotEquality::strokesAreTheirPathAndColor()
 {
     QFETCH(QPainterPath, changedPath);
     QFETCH(QColor, changedColor);
@@ -222,7 +222,7 @@ void tst_SnapshotEquality::strokesAreTheirPathAndColor()
     QCOMPARE(different(first, second), !same);
 }
 
-void tst_SnapshotEquality::notesAreTheirColor()
+void TestSnapshotEquality::notesAreTheirColor()
 {
     for (int first = 0; first < 7; ++first) {
         for (int second = 0; second < 7; ++second) {
@@ -235,7 +235,7 @@ void tst_SnapshotEquality::notesAreTheirColor()
     }
 }
 
-void tst_SnapshotEquality::imagesAreTheirPixels_data()
+void TestSnapshotEquality::imagesAreTheirPixels_data()
 {
     QTest::addColumn<QPixmap>("first");
     QTest::addColumn<QPixmap>("second");
@@ -254,7 +254,7 @@ void tst_SnapshotEquality::imagesAreTheirPixels_data()
     QTest::newRow("both are empty") << QPixmap() << QPixmap() << true;
 }
 
-void tst_SnapshotEquality::imagesAreTheirPixels()
+void TestSnapshotEquality::imagesAreTheirPixels()
 {
     QFETCH(QPixmap, first);
     QFETCH(QPixmap, second);
@@ -263,13 +263,13 @@ void tst_SnapshotEquality::imagesAreTheirPixels()
     QCOMPARE(different({u"Pixmap"_s, {}, first}, {u"Pixmap"_s, {}, second}), !same);
 }
 
-void tst_SnapshotEquality::valuesOfUnknownKindsDoNotCount()
+void TestSnapshotEquality::valuesOfUnknownKindsDoNotCount()
 {
     QVERIFY(equal({u"Ellipse"_s, {1, 2}, 3}, {u"Ellipse"_s, {1, 2}, u"otro"_s}));
     QVERIFY(different({u"Ellipse"_s, {1, 2}, 3}, {u"Ellipse"_s, {2, 2}, 3}));
 }
 
-void tst_SnapshotEquality::whatIsLostOnPurposeDoesNotCount()
+void TestSnapshotEquality::whatIsLostOnPurposeDoesNotCount()
 {
     QGraphicsScene scene;
     auto *const stroke = new FreeDrawItem;
@@ -296,7 +296,7 @@ void tst_SnapshotEquality::whatIsLostOnPurposeDoesNotCount()
     QVERIFY(!snapshotsEqual(takeSnapshot(scene), before));
 }
 
-void tst_SnapshotEquality::aBlinkingTextCursorDoesNotCount()
+void TestSnapshotEquality::aBlinkingTextCursorDoesNotCount()
 {
     const auto restore = qScopeGuard(
         [time = QApplication::cursorFlashTime()] { QApplication::setCursorFlashTime(time); });
@@ -315,7 +315,7 @@ void tst_SnapshotEquality::aBlinkingTextCursorDoesNotCount()
     }
 }
 
-void tst_SnapshotEquality::theRebuiltBoardIsEqual()
+void TestSnapshotEquality::theRebuiltBoardIsEqual()
 {
     QGraphicsScene scene;
     auto *const stroke = new FreeDrawItem;
@@ -334,7 +334,7 @@ void tst_SnapshotEquality::theRebuiltBoardIsEqual()
     QVERIFY(snapshotsEqual(takeSnapshot(scene), before));
 }
 
-void tst_SnapshotEquality::itemsAtOneHeightComeBackInReverse()
+void TestSnapshotEquality::itemsAtOneHeightComeBackInReverse()
 {
     QGraphicsScene scene;
     scene.addItem(new ArrowLineItem({0, 0}, {50, 0}));
@@ -348,7 +348,7 @@ void tst_SnapshotEquality::itemsAtOneHeightComeBackInReverse()
     QVERIFY(snapshotsEqual({after.at(1), after.at(0)}, before));
 }
 
-void tst_SnapshotEquality::fiveThousandStrokesComeBackEqual()
+void TestSnapshotEquality::fiveThousandStrokesComeBackEqual()
 {
     constexpr int count = 5000;
     QGraphicsScene scene;
@@ -374,5 +374,5 @@ void tst_SnapshotEquality::fiveThousandStrokesComeBackEqual()
     QVERIFY(!snapshotsEqual(after, before));
 }
 
-QTEST_MAIN(tst_SnapshotEquality)
+QTEST_MAIN(TestSnapshotEquality)
 #include "tst_snapshotequality.moc"

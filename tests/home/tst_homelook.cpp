@@ -67,7 +67,7 @@ QString withoutBlanks(QString text)
 
 } // namespace
 
-class tst_HomeLook : public QObject
+class TestHomeLook : public QObject
 {
     Q_OBJECT
 
@@ -92,7 +92,7 @@ private:
     std::unique_ptr<HomeWindow> home;
 };
 
-void tst_HomeLook::everyTextIsAlignedAsDesigned()
+void TestHomeLook::everyTextIsAlignedAsDesigned()
 {
     for (const AlignmentRow &row : alignmentRows) {
         const auto *const label = home->child<QLabel>(QString::fromLatin1(row.name));
@@ -100,7 +100,7 @@ void tst_HomeLook::everyTextIsAlignedAsDesigned()
     }
 }
 
-void tst_HomeLook::longTextsWrap()
+void TestHomeLook::longTextsWrap()
 {
     QVERIFY(home->child<QLabel>(u"UpdateDesc"_s)->wordWrap());
     QVERIFY(home->child<QLabel>(u"BetaMessage"_s)->wordWrap());
@@ -112,7 +112,7 @@ void tst_HomeLook::longTextsWrap()
     }
 }
 
-void tst_HomeLook::theFormAsksForItsFamily()
+void TestHomeLook::theFormAsksForItsFamily()
 {
     home->window.setStyleSheet({});
     for (const char *name : segoeNames) {
@@ -122,18 +122,18 @@ void tst_HomeLook::theFormAsksForItsFamily()
     }
 }
 
-void tst_HomeLook::theWindowIsSetInTheProgramsOwnFont()
+void TestHomeLook::theWindowIsSetInTheProgramsOwnFont()
 {
     const auto *const label = home->child<QLabel>(u"CodeNameProgram"_s);
     QCOMPARE(QFontInfo(label->font()).family(), u"Montserrat"_s);
 }
 
-void tst_HomeLook::theCoverOfTheCacheButtonCannotBeClicked()
+void TestHomeLook::theCoverOfTheCacheButtonCannotBeClicked()
 {
     QVERIFY(!home->child<QPushButton>(u"CleanedCacheS"_s)->isEnabled());
 }
 
-void tst_HomeLook::theAdvisorsLabelsLetTheCardShow()
+void TestHomeLook::theAdvisorsLabelsLetTheCardShow()
 {
     for (const char *name : overlayLabels) {
         const QString sheet = home->child(QString::fromLatin1(name))->styleSheet();
@@ -142,7 +142,7 @@ void tst_HomeLook::theAdvisorsLabelsLetTheCardShow()
     }
 }
 
-void tst_HomeLook::theAdvisorsButtonsAreOutlined()
+void TestHomeLook::theAdvisorsButtonsAreOutlined()
 {
     const QString cancel = home->child(u"CancelUpdate"_s)->styleSheet();
     QCOMPARE(home->child(u"StartUpdate"_s)->styleSheet(), cancel);
@@ -164,7 +164,7 @@ void tst_HomeLook::theAdvisorsButtonsAreOutlined()
                 {u"background-color: #bfbfbf;"_s, u"border-radius: 5px;"_s}));
 }
 
-void tst_HomeLook::onlyTheSelectedHelpTabShowsItsText()
+void TestHomeLook::onlyTheSelectedHelpTabShowsItsText()
 {
     const QString sheet = withoutBlanks(home->child(u"HelpWidget"_s)->styleSheet());
     for (const auto &rule :
@@ -184,7 +184,7 @@ void tst_HomeLook::onlyTheSelectedHelpTabShowsItsText()
     QCOMPARE(imageWith(u"MMMM"_s), imageWith(u"iiii"_s));
 }
 
-void tst_HomeLook::previewsFillTheirLabels()
+void TestHomeLook::previewsFillTheirLabels()
 {
     const auto labels = home->child(u"HelpWidget"_s)->findChildren<QLabel *>();
     for (const auto *label : labels) {
@@ -193,7 +193,7 @@ void tst_HomeLook::previewsFillTheirLabels()
     }
 }
 
-void tst_HomeLook::theOpenDialogStartsInTheDefaultFolder()
+void TestHomeLook::theOpenDialogStartsInTheDefaultFolder()
 {
     const FileDialogAnswer answer{QString()};
     home->click(u"ImportProject"_s);
@@ -202,7 +202,7 @@ void tst_HomeLook::theOpenDialogStartsInTheDefaultFolder()
     QCOMPARE(answer.dialog().folder, QDir::currentPath());
 }
 
-void tst_HomeLook::theOpenDialogIsTranslated()
+void TestHomeLook::theOpenDialogIsTranslated()
 {
     Backwards translator;
     QCoreApplication::installTranslator(&translator);
@@ -214,7 +214,7 @@ void tst_HomeLook::theOpenDialogIsTranslated()
     QCOMPARE(answer.dialog().filters, QStringList{u")zrtv.*( aramulP ed arraziP"_s});
 }
 
-void tst_HomeLook::aDataFolderThatCannotBeMadeLeavesTheListEmpty()
+void TestHomeLook::aDataFolderThatCannotBeMadeLeavesTheListEmpty()
 {
     QVERIFY(QDir(home->path(u"Documents"_s)).removeRecursively());
     QFile inTheWay(home->path(u"Documents"_s));
@@ -227,5 +227,5 @@ void tst_HomeLook::aDataFolderThatCannotBeMadeLeavesTheListEmpty()
     QCOMPARE(next.findChild<QListWidget *>(u"listWidget"_s)->count(), 0);
 }
 
-QTEST_MAIN(tst_HomeLook)
+QTEST_MAIN(TestHomeLook)
 #include "tst_homelook.moc"

@@ -16,7 +16,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-class tst_ArrowLineItem : public QObject
+class TestArrowLineItem : public QObject
 {
     Q_OBJECT
 
@@ -91,18 +91,18 @@ struct ArrowOnCanvas
 
 } // namespace
 
-void tst_ArrowLineItem::isAnObjectWithOneSignal()
+void TestArrowLineItem::isAnObjectWithOneSignal()
 {
     verifyOneSignal(ArrowLineItem::staticMetaObject, "ArrowLineItem", QObject::staticMetaObject);
 }
 
-void tst_ArrowLineItem::isFoundByItsBases()
+void TestArrowLineItem::isFoundByItsBases()
 {
     ArrowLineItem arrow({}, {});
     verifyCasts<QGraphicsLineItem>(arrow, "ArrowLineItem", "QGraphicsLineItem");
 }
 
-void tst_ArrowLineItem::startsBlackTwoWideAndRound()
+void TestArrowLineItem::startsBlackTwoWideAndRound()
 {
     const ArrowLineItem arrow({1, 2}, {3.5, -4});
     QCOMPARE(arrow.line(), QLineF(1, 2, 3.5, -4));
@@ -110,12 +110,12 @@ void tst_ArrowLineItem::startsBlackTwoWideAndRound()
     QCOMPARE(arrow.pos(), QPointF());
 }
 
-void tst_ArrowLineItem::liesAboveStrokesAndNotes()
+void TestArrowLineItem::liesAboveStrokesAndNotes()
 {
     QCOMPARE(ArrowLineItem({}, {}).zValue(), 2.0);
 }
 
-void tst_ArrowLineItem::takesAGraphicsParentOnly()
+void TestArrowLineItem::takesAGraphicsParentOnly()
 {
     QGraphicsRectItem sheet;
     auto *const arrow = new ArrowLineItem({}, {}, &sheet);
@@ -123,13 +123,13 @@ void tst_ArrowLineItem::takesAGraphicsParentOnly()
     QCOMPARE(arrow->parent(), nullptr);
 }
 
-void tst_ArrowLineItem::canBeMovedAndSelectedOnly()
+void TestArrowLineItem::canBeMovedAndSelectedOnly()
 {
     const ArrowLineItem arrow({}, {});
     QCOMPARE(arrow.flags(), QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
 }
 
-void tst_ArrowLineItem::colorAndWidthChangeNothingElseOfThePen()
+void TestArrowLineItem::colorAndWidthChangeNothingElseOfThePen()
 {
     ArrowLineItem arrow({}, {});
     arrow.setColor(QColor(1, 2, 3, 4));
@@ -137,7 +137,7 @@ void tst_ArrowLineItem::colorAndWidthChangeNothingElseOfThePen()
     QCOMPARE(penOf(arrow), roundPen(QColor(1, 2, 3, 4), 7.0));
 }
 
-void tst_ArrowLineItem::colorAndWidthRepaint()
+void TestArrowLineItem::colorAndWidthRepaint()
 {
     ArrowOnCanvas on;
     QSignalSpy changed(&on.canvas.scene, &QGraphicsScene::changed);
@@ -152,7 +152,7 @@ void tst_ArrowLineItem::colorAndWidthRepaint()
     QTRY_VERIFY(!changed.isEmpty());
 }
 
-void tst_ArrowLineItem::aChangeStartsFromTheArrowsOwnPen()
+void TestArrowLineItem::aChangeStartsFromTheArrowsOwnPen()
 {
     ArrowLineItem arrow({}, {});
     arrow.setPen(QPen(Qt::red, 5));
@@ -160,7 +160,7 @@ void tst_ArrowLineItem::aChangeStartsFromTheArrowsOwnPen()
     QCOMPARE(penOf(arrow), roundPen(Qt::black, 9.0));
 }
 
-void tst_ArrowLineItem::linesFromTenUnitsOnHaveAHead_data()
+void TestArrowLineItem::linesFromTenUnitsOnHaveAHead_data()
 {
     QTest::addColumn<QPointF>("tip");
     QTest::addColumn<int>("heads");
@@ -171,7 +171,7 @@ void tst_ArrowLineItem::linesFromTenUnitsOnHaveAHead_data()
     QTest::newRow("much more") << QPointF(500, 300) << 1;
 }
 
-void tst_ArrowLineItem::linesFromTenUnitsOnHaveAHead()
+void TestArrowLineItem::linesFromTenUnitsOnHaveAHead()
 {
     QFETCH(QPointF, tip);
     QFETCH(int, heads);
@@ -179,7 +179,7 @@ void tst_ArrowLineItem::linesFromTenUnitsOnHaveAHead()
     QCOMPARE(headsOf(arrow).size(), heads);
 }
 
-void tst_ArrowLineItem::theHeadGrowsWithTheWidth_data()
+void TestArrowLineItem::theHeadGrowsWithTheWidth_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<qreal>("side");
@@ -191,7 +191,7 @@ void tst_ArrowLineItem::theHeadGrowsWithTheWidth_data()
     QTest::newRow("thick") << 9 << 27.0 << 24.326159433 << 11.714860956;
 }
 
-void tst_ArrowLineItem::theHeadGrowsWithTheWidth()
+void TestArrowLineItem::theHeadGrowsWithTheWidth()
 {
     QFETCH(int, width);
     QFETCH(qreal, side);
@@ -212,7 +212,7 @@ void tst_ArrowLineItem::theHeadGrowsWithTheWidth()
     QVERIFY(distance(corners.at(2), QPointF(100 - back, 50 - aside)) < tolerance);
 }
 
-void tst_ArrowLineItem::theHeadIsFilledAndOutlinedLikeTheLine()
+void TestArrowLineItem::theHeadIsFilledAndOutlinedLikeTheLine()
 {
     ArrowLineItem arrow({0, 0}, {100, 0});
     arrow.setColor(Qt::red);
@@ -224,7 +224,7 @@ void tst_ArrowLineItem::theHeadIsFilledAndOutlinedLikeTheLine()
     QCOMPARE(heads.constFirst().fillRule, QPaintEngine::OddEvenMode);
 }
 
-void tst_ArrowLineItem::theHeadOfASelectedArrowKeepsItsFill()
+void TestArrowLineItem::theHeadOfASelectedArrowKeepsItsFill()
 {
     ArrowLineItem arrow({0, 0}, {100, 0});
     arrow.setColor(Qt::red);
@@ -235,7 +235,7 @@ void tst_ArrowLineItem::theHeadOfASelectedArrowKeepsItsFill()
     QCOMPARE(heads.constFirst().pen.style(), Qt::DashLine);
 }
 
-void tst_ArrowLineItem::theHeadFollowsThePenThatIsShown()
+void TestArrowLineItem::theHeadFollowsThePenThatIsShown()
 {
     ArrowLineItem arrow({0, 0}, {100, 0});
     arrow.setPen(QPen(Qt::blue, 9));
@@ -245,7 +245,7 @@ void tst_ArrowLineItem::theHeadFollowsThePenThatIsShown()
     QCOMPARE(distance(heads.constFirst().points.at(0), heads.constFirst().points.at(1)), 27.0);
 }
 
-void tst_ArrowLineItem::theHeadPointsWhereTheLineGoes_data()
+void TestArrowLineItem::theHeadPointsWhereTheLineGoes_data()
 {
     QTest::addColumn<QLineF>("line");
     // Two places inside the head and beside the line, close to the tip.
@@ -260,7 +260,7 @@ void tst_ArrowLineItem::theHeadPointsWhereTheLineGoes_data()
                                   << QPoint(285, 205);
 }
 
-void tst_ArrowLineItem::theHeadPointsWhereTheLineGoes()
+void TestArrowLineItem::theHeadPointsWhereTheLineGoes()
 {
     QFETCH(QLineF, line);
     QFETCH(QPoint, onHead);
@@ -277,7 +277,7 @@ void tst_ArrowLineItem::theHeadPointsWhereTheLineGoes()
     QCOMPARE(picture.pixelColor(farEnd - alsoOnHead), QColor(Qt::white));
 }
 
-void tst_ArrowLineItem::theHeadReachesOutOfTheBoundingRectangle()
+void TestArrowLineItem::theHeadReachesOutOfTheBoundingRectangle()
 {
     ArrowLineItem arrow({0, 0}, {100, 0});
     QGraphicsLineItem bare(0, 0, 100, 0);
@@ -290,7 +290,7 @@ void tst_ArrowLineItem::theHeadReachesOutOfTheBoundingRectangle()
     QVERIFY(!arrow.shape().contains(heads.constFirst().points.at(1)));
 }
 
-void tst_ArrowLineItem::nothingTells()
+void TestArrowLineItem::nothingTells()
 {
     ArrowOnCanvas on;
     const QSignalSpy modified(on.arrow, &ArrowLineItem::itemModified);
@@ -304,7 +304,7 @@ void tst_ArrowLineItem::nothingTells()
     QCOMPARE(modified.count(), 0);
 }
 
-void tst_ArrowLineItem::geometryIsToldOnlyWithTheFlagThatArrowsLack()
+void TestArrowLineItem::geometryIsToldOnlyWithTheFlagThatArrowsLack()
 {
     ArrowLineItem arrow({0, 0}, {100, 0});
     arrow.setFlag(QGraphicsItem::ItemSendsGeometryChanges);
@@ -314,7 +314,7 @@ void tst_ArrowLineItem::geometryIsToldOnlyWithTheFlagThatArrowsLack()
     QCOMPARE(arrow.pos(), QPointF(30, 40));
 }
 
-void tst_ArrowLineItem::aDragCountsItsFirstStepTwice()
+void TestArrowLineItem::aDragCountsItsFirstStepTwice()
 {
     ArrowOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -332,7 +332,7 @@ void tst_ArrowLineItem::aDragCountsItsFirstStepTwice()
     QCOMPARE(on.arrow->line(), QLineF(100, 100, 300, 100));
 }
 
-void tst_ArrowLineItem::aDragShowsTheClosedHand()
+void TestArrowLineItem::aDragShowsTheClosedHand()
 {
     ArrowOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -344,7 +344,7 @@ void tst_ArrowLineItem::aDragShowsTheClosedHand()
     QCOMPARE(on.arrow->cursor().shape(), Qt::ArrowCursor);
 }
 
-void tst_ArrowLineItem::theMiddleButtonDoesNotDrag()
+void TestArrowLineItem::theMiddleButtonDoesNotDrag()
 {
     ArrowOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -355,7 +355,7 @@ void tst_ArrowLineItem::theMiddleButtonDoesNotDrag()
     QCOMPARE(on.arrow->pos(), QPointF());
 }
 
-void tst_ArrowLineItem::releasingOneOfTwoButtonsEndsTheDrag()
+void TestArrowLineItem::releasingOneOfTwoButtonsEndsTheDrag()
 {
     ArrowOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -367,7 +367,7 @@ void tst_ArrowLineItem::releasingOneOfTwoButtonsEndsTheDrag()
     on.canvas.pointer.release({190, 140}, Qt::MiddleButton);
 }
 
-void tst_ArrowLineItem::theRightButtonDoesNotDrag()
+void TestArrowLineItem::theRightButtonDoesNotDrag()
 {
     ArrowOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -384,7 +384,7 @@ void tst_ArrowLineItem::theRightButtonDoesNotDrag()
     QVERIFY(!on.arrow->isSelected());
 }
 
-void tst_ArrowLineItem::belongsToItsScene()
+void TestArrowLineItem::belongsToItsScene()
 {
     ArrowOnCanvas on;
     const QPointer<ArrowLineItem> arrow(on.arrow);
@@ -392,5 +392,5 @@ void tst_ArrowLineItem::belongsToItsScene()
     QVERIFY(arrow.isNull());
 }
 
-QTEST_MAIN(tst_ArrowLineItem)
+QTEST_MAIN(TestArrowLineItem)
 #include "tst_arrowlineitem.moc"

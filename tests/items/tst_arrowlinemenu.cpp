@@ -9,7 +9,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-class tst_ArrowLineMenu : public QObject
+class TestArrowLineMenu : public QObject
 {
     Q_OBJECT
 
@@ -56,7 +56,7 @@ QPen roundPen(const QColor &color, qreal width)
 
 } // namespace
 
-void tst_ArrowLineMenu::listsColorsThenWidths()
+void TestArrowLineMenu::listsColorsThenWidths()
 {
     ArrowOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -67,7 +67,7 @@ void tst_ArrowLineMenu::listsColorsThenWidths()
                           u"Medio"_s, u"Grueso"_s}));
 }
 
-void tst_ArrowLineMenu::marksNothing()
+void TestArrowLineMenu::marksNothing()
 {
     ArrowOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -78,7 +78,7 @@ void tst_ArrowLineMenu::marksNothing()
         QCOMPARE(entry, (MenuEntry{entry.text, entry.separator}));
 }
 
-void tst_ArrowLineMenu::opensWhereTheMouseIs()
+void TestArrowLineMenu::opensWhereTheMouseIs()
 {
     ArrowOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -87,7 +87,7 @@ void tst_ArrowLineMenu::opensWhereTheMouseIs()
     QCOMPARE(menu.place(), on.canvas.window.mapToGlobal(on.canvas.pointer.windowPoint(onLine)));
 }
 
-void tst_ArrowLineMenu::choosingAnEntryChangesThePen_data()
+void TestArrowLineMenu::choosingAnEntryChangesThePen_data()
 {
     QTest::addColumn<QString>("label");
     QTest::addColumn<QPen>("pen");
@@ -101,7 +101,7 @@ void tst_ArrowLineMenu::choosingAnEntryChangesThePen_data()
     QTest::newRow("thick") << u"Grueso"_s << roundPen(Qt::gray, 9);
 }
 
-void tst_ArrowLineMenu::choosingAnEntryChangesThePen()
+void TestArrowLineMenu::choosingAnEntryChangesThePen()
 {
     QFETCH(QString, label);
     QFETCH(QPen, pen);
@@ -116,7 +116,7 @@ void tst_ArrowLineMenu::choosingAnEntryChangesThePen()
     QCOMPARE(modified.count(), 0);
 }
 
-void tst_ArrowLineMenu::colorAndWidthAddUp()
+void TestArrowLineMenu::colorAndWidthAddUp()
 {
     ArrowOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -125,7 +125,7 @@ void tst_ArrowLineMenu::colorAndWidthAddUp()
     QCOMPARE(on.pen(), roundPen(Qt::darkGreen, 9));
 }
 
-void tst_ArrowLineMenu::aPenFromElsewhereIsReplaced()
+void TestArrowLineMenu::aPenFromElsewhereIsReplaced()
 {
     ArrowOnCanvas on;
     on.arrow->setPen(QPen(Qt::red, 5));
@@ -134,7 +134,7 @@ void tst_ArrowLineMenu::aPenFromElsewhereIsReplaced()
     QCOMPARE(on.pen(), roundPen(Qt::blue, 2));
 }
 
-void tst_ArrowLineMenu::escapeChangesNothing()
+void TestArrowLineMenu::escapeChangesNothing()
 {
     ArrowOnCanvas on;
     on.arrow->setPen(QPen(Qt::red, 5));
@@ -143,7 +143,7 @@ void tst_ArrowLineMenu::escapeChangesNothing()
     QCOMPARE(on.pen(), QPen(Qt::red, 5));
 }
 
-void tst_ArrowLineMenu::theArrowMayGoWhileTheMenuIsOpen()
+void TestArrowLineMenu::theArrowMayGoWhileTheMenuIsOpen()
 {
     ArrowOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -154,5 +154,5 @@ void tst_ArrowLineMenu::theArrowMayGoWhileTheMenuIsOpen()
     QVERIFY(arrow.isNull());
 }
 
-QTEST_MAIN(tst_ArrowLineMenu)
+QTEST_MAIN(TestArrowLineMenu)
 #include "tst_arrowlinemenu.moc"

@@ -15,7 +15,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-class tst_FreeDrawItem : public QObject
+class TestFreeDrawItem : public QObject
 {
     Q_OBJECT
 
@@ -52,18 +52,18 @@ QPainterPath horizontal(qreal fromX, qreal toX, qreal y)
 
 } // namespace
 
-void tst_FreeDrawItem::isAnObjectWithOneSignal()
+void TestFreeDrawItem::isAnObjectWithOneSignal()
 {
     verifyOneSignal(FreeDrawItem::staticMetaObject, "FreeDrawItem", QObject::staticMetaObject);
 }
 
-void tst_FreeDrawItem::isFoundByItsBases()
+void TestFreeDrawItem::isFoundByItsBases()
 {
     FreeDrawItem stroke;
     verifyCasts<QGraphicsPathItem>(stroke, "FreeDrawItem", "QGraphicsPathItem");
 }
 
-void tst_FreeDrawItem::startsBlackTwoWideAndRound()
+void TestFreeDrawItem::startsBlackTwoWideAndRound()
 {
     const FreeDrawItem stroke;
     const QPen pen = stroke.QGraphicsPathItem::pen();
@@ -71,7 +71,7 @@ void tst_FreeDrawItem::startsBlackTwoWideAndRound()
     QCOMPARE(stroke.color(), QColor(Qt::black));
 }
 
-void tst_FreeDrawItem::startsEmptyAboveABareItem()
+void TestFreeDrawItem::startsEmptyAboveABareItem()
 {
     const FreeDrawItem stroke;
     QVERIFY(stroke.path().isEmpty());
@@ -79,7 +79,7 @@ void tst_FreeDrawItem::startsEmptyAboveABareItem()
     QVERIFY(stroke.zValue() > QGraphicsRectItem().zValue());
 }
 
-void tst_FreeDrawItem::takesAGraphicsParentOnly()
+void TestFreeDrawItem::takesAGraphicsParentOnly()
 {
     QGraphicsRectItem sheet;
     auto *const stroke = new FreeDrawItem(&sheet);
@@ -88,7 +88,7 @@ void tst_FreeDrawItem::takesAGraphicsParentOnly()
     QCOMPARE(FreeDrawItem().parentItem(), nullptr);
 }
 
-void tst_FreeDrawItem::cannotBeSelectedMovedOrFocused()
+void TestFreeDrawItem::cannotBeSelectedMovedOrFocused()
 {
     const FreeDrawItem stroke;
     QCOMPARE(stroke.flags(), QGraphicsItem::GraphicsItemFlags());
@@ -96,7 +96,7 @@ void tst_FreeDrawItem::cannotBeSelectedMovedOrFocused()
     QVERIFY(!stroke.acceptHoverEvents());
 }
 
-void tst_FreeDrawItem::everySetterTellsOnce_data()
+void TestFreeDrawItem::everySetterTellsOnce_data()
 {
     QTest::addColumn<std::function<void(FreeDrawItem &)>>("set");
     using Set = std::function<void(FreeDrawItem &)>;
@@ -108,7 +108,7 @@ void tst_FreeDrawItem::everySetterTellsOnce_data()
     QTest::newRow("the same path") << Set([](auto &stroke) { stroke.setPath(QPainterPath()); });
 }
 
-void tst_FreeDrawItem::everySetterTellsOnce()
+void TestFreeDrawItem::everySetterTellsOnce()
 {
     QFETCH(std::function<void(FreeDrawItem &)>, set);
     FreeDrawItem stroke;
@@ -117,7 +117,7 @@ void tst_FreeDrawItem::everySetterTellsOnce()
     QCOMPARE(modified.count(), 1);
 }
 
-void tst_FreeDrawItem::colorAndWidthChangeNothingElseOfThePen()
+void TestFreeDrawItem::colorAndWidthChangeNothingElseOfThePen()
 {
     FreeDrawItem stroke;
     stroke.setColor(QColor(1, 2, 3, 4));
@@ -128,7 +128,7 @@ void tst_FreeDrawItem::colorAndWidthChangeNothingElseOfThePen()
     QCOMPARE(stroke.color(), QColor(1, 2, 3, 4));
 }
 
-void tst_FreeDrawItem::paintsWithItsColorAndWidth()
+void TestFreeDrawItem::paintsWithItsColorAndWidth()
 {
     ItemCanvas canvas;
     auto *const stroke = canvas.add(new FreeDrawItem);
@@ -146,7 +146,7 @@ void tst_FreeDrawItem::paintsWithItsColorAndWidth()
     QCOMPARE(picture.pixelColor(95, 96), QColor(Qt::white));
 }
 
-void tst_FreeDrawItem::settingThePathRepaintsEvenIfItStaysTheSame()
+void TestFreeDrawItem::settingThePathRepaintsEvenIfItStaysTheSame()
 {
     ItemCanvas canvas;
     auto *const stroke = canvas.add(new FreeDrawItem);
@@ -163,7 +163,7 @@ void tst_FreeDrawItem::settingThePathRepaintsEvenIfItStaysTheSame()
     }));
 }
 
-void tst_FreeDrawItem::nothingButTheSettersTells()
+void TestFreeDrawItem::nothingButTheSettersTells()
 {
     ItemCanvas canvas;
     auto *const stroke = canvas.add(new FreeDrawItem);
@@ -173,7 +173,7 @@ void tst_FreeDrawItem::nothingButTheSettersTells()
     QCOMPARE(modified.count(), 0);
 }
 
-void tst_FreeDrawItem::geometryIsToldOnlyWithTheFlagThatStrokesLack()
+void TestFreeDrawItem::geometryIsToldOnlyWithTheFlagThatStrokesLack()
 {
     FreeDrawItem stroke;
     stroke.setFlag(QGraphicsItem::ItemSendsGeometryChanges);
@@ -183,7 +183,7 @@ void tst_FreeDrawItem::geometryIsToldOnlyWithTheFlagThatStrokesLack()
     QCOMPARE(stroke.pos(), QPointF(30, 40));
 }
 
-void tst_FreeDrawItem::aClickNeitherSelectsNorMovesIt()
+void TestFreeDrawItem::aClickNeitherSelectsNorMovesIt()
 {
     ItemCanvas canvas;
     auto *const stroke = canvas.add(new FreeDrawItem);
@@ -198,7 +198,7 @@ void tst_FreeDrawItem::aClickNeitherSelectsNorMovesIt()
     QCOMPARE(canvas.scene.mouseGrabberItem(), nullptr);
 }
 
-void tst_FreeDrawItem::aClickGoesThroughToWhatLiesBeneath()
+void TestFreeDrawItem::aClickGoesThroughToWhatLiesBeneath()
 {
     ItemCanvas canvas;
     auto *const note = canvas.add(new StickyNoteItem, {100, 100});
@@ -212,7 +212,7 @@ void tst_FreeDrawItem::aClickGoesThroughToWhatLiesBeneath()
     QVERIFY(note->isSelected());
 }
 
-void tst_FreeDrawItem::belongsToItsScene()
+void TestFreeDrawItem::belongsToItsScene()
 {
     ItemCanvas canvas;
     const QPointer<FreeDrawItem> stroke(canvas.add(new FreeDrawItem));
@@ -220,5 +220,5 @@ void tst_FreeDrawItem::belongsToItsScene()
     QVERIFY(stroke.isNull());
 }
 
-QTEST_MAIN(tst_FreeDrawItem)
+QTEST_MAIN(TestFreeDrawItem)
 #include "tst_freedrawitem.moc"

@@ -5,7 +5,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-class tst_ImageResizing : public QObject
+class TestImageResizing : public QObject
 {
     Q_OBJECT
 
@@ -39,7 +39,7 @@ constexpr int step = 30;
 
 } // namespace
 
-void tst_ImageResizing::eachHandleFollowsThePointer_data()
+void TestImageResizing::eachHandleFollowsThePointer_data()
 {
     QTest::addColumn<int>("number");
     QTest::addColumn<QPointF>("moved");
@@ -78,7 +78,7 @@ void tst_ImageResizing::eachHandleFollowsThePointer_data()
     QTest::newRow("bottom left outwards") << 7 << QPointF(-step, step) << same + step;
 }
 
-void tst_ImageResizing::eachHandleFollowsThePointer()
+void TestImageResizing::eachHandleFollowsThePointer()
 {
     QFETCH(int, number);
     QFETCH(QPointF, moved);
@@ -90,7 +90,7 @@ void tst_ImageResizing::eachHandleFollowsThePointer()
     QCOMPARE(on.image->pos(), on.place);
 }
 
-void tst_ImageResizing::theTopLeftHandleShrinksWithoutMovingTheCorner()
+void TestImageResizing::theTopLeftHandleShrinksWithoutMovingTheCorner()
 {
     ImageOnCanvas on;
     QVERIFY(on.showSelected());
@@ -99,7 +99,7 @@ void tst_ImageResizing::theTopLeftHandleShrinksWithoutMovingTheCorner()
     QCOMPARE(on.image->pos(), on.place);
 }
 
-void tst_ImageResizing::theSizeIsReckonedFromTheRectangleThatTheToolkitGives()
+void TestImageResizing::theSizeIsReckonedFromTheRectangleThatTheToolkitGives()
 {
     // Half a pixel on every side: a handle that moves out and back leaves one pixel more.
     ImageOnCanvas on;
@@ -109,7 +109,7 @@ void tst_ImageResizing::theSizeIsReckonedFromTheRectangleThatTheToolkitGives()
     QCOMPARE(on.image->pixmap().size(), QSize(201, 201));
 }
 
-void tst_ImageResizing::theSizeIsRounded_data()
+void TestImageResizing::theSizeIsRounded_data()
 {
     QTest::addColumn<qreal>("moved");
     QTest::addColumn<int>("side");
@@ -122,7 +122,7 @@ void tst_ImageResizing::theSizeIsRounded_data()
     QTest::newRow("just below the smallest") << -181.1 << 20;
 }
 
-void tst_ImageResizing::theSizeIsRounded()
+void TestImageResizing::theSizeIsRounded()
 {
     QFETCH(qreal, moved);
     QFETCH(int, side);
@@ -134,7 +134,7 @@ void tst_ImageResizing::theSizeIsRounded()
     QCOMPARE(on.image->pixmap().size(), QSize(side, side));
 }
 
-void tst_ImageResizing::theSizeFollowsThePointerInItemUnits()
+void TestImageResizing::theSizeFollowsThePointerInItemUnits()
 {
     ImageOnCanvas on;
     on.image->setScale(0.5);
@@ -143,7 +143,7 @@ void tst_ImageResizing::theSizeFollowsThePointerInItemUnits()
     QCOMPARE(on.image->pixmap().size(), QSize(161, 161));
 }
 
-void tst_ImageResizing::theSmallestBoxIsTwentySquare()
+void TestImageResizing::theSmallestBoxIsTwentySquare()
 {
     ItemCanvas canvas;
     auto *const image = canvas.add(new ResizablePixmapItem(motley(400, 200)), {300, 300});
@@ -154,7 +154,7 @@ void tst_ImageResizing::theSmallestBoxIsTwentySquare()
     QCOMPARE(image->pos(), QPointF(300, 300));
 }
 
-void tst_ImageResizing::theAspectRatioIsKept()
+void TestImageResizing::theAspectRatioIsKept()
 {
     ItemCanvas canvas;
     auto *const image = canvas.add(new ResizablePixmapItem(motley(400, 200)), {100, 100});
@@ -165,7 +165,7 @@ void tst_ImageResizing::theAspectRatioIsKept()
     QCOMPARE(image->pixmap().size(), QSize(200, 100));
 }
 
-void tst_ImageResizing::theRatioOfTheSourceCounts()
+void TestImageResizing::theRatioOfTheSourceCounts()
 {
     // 20 × 9 is wider, for its height, than the source; growing goes back to the source's ratio.
     ItemCanvas canvas;
@@ -178,7 +178,7 @@ void tst_ImageResizing::theRatioOfTheSourceCounts()
     QCOMPARE(image->pixmap().size(), QSize(400, 185));
 }
 
-void tst_ImageResizing::resizingLosesNothing()
+void TestImageResizing::resizingLosesNothing()
 {
     ImageOnCanvas on;
     QVERIFY(on.showSelected());
@@ -190,7 +190,7 @@ void tst_ImageResizing::resizingLosesNothing()
     QCOMPARE(on.image->pixmap().toImage(), on.source.toImage());
 }
 
-void tst_ImageResizing::everyStepScalesTheSource()
+void TestImageResizing::everyStepScalesTheSource()
 {
     ImageOnCanvas on;
     QVERIFY(on.showSelected());
@@ -201,7 +201,7 @@ void tst_ImageResizing::everyStepScalesTheSource()
              on.source.scaled(126, 126, Qt::KeepAspectRatio, Qt::SmoothTransformation).toImage());
 }
 
-void tst_ImageResizing::resizingTellsNothing()
+void TestImageResizing::resizingTellsNothing()
 {
     ImageOnCanvas on;
     QVERIFY(on.showSelected());
@@ -211,7 +211,7 @@ void tst_ImageResizing::resizingTellsNothing()
     QCOMPARE(modified.count(), 0);
 }
 
-void tst_ImageResizing::resizingLeavesTheSelectionAlone()
+void TestImageResizing::resizingLeavesTheSelectionAlone()
 {
     ImageOnCanvas on;
     auto *const other = on.canvas.add(new ResizablePixmapItem(motley(50, 50)), {600, 50});
@@ -223,7 +223,7 @@ void tst_ImageResizing::resizingLeavesTheSelectionAlone()
     QCOMPARE(other->pos(), QPointF(600, 50));
 }
 
-void tst_ImageResizing::clickingAHandleLeavesTheSelectionAlone()
+void TestImageResizing::clickingAHandleLeavesTheSelectionAlone()
 {
     // A click anywhere else on one of several selected items deselects the others.
     ImageOnCanvas on;
@@ -238,7 +238,7 @@ void tst_ImageResizing::clickingAHandleLeavesTheSelectionAlone()
     QVERIFY(!other->isSelected());
 }
 
-void tst_ImageResizing::theHandleIsLetGoOnRelease()
+void TestImageResizing::theHandleIsLetGoOnRelease()
 {
     ImageOnCanvas on;
     QVERIFY(on.showSelected());
@@ -256,7 +256,7 @@ void tst_ImageResizing::theHandleIsLetGoOnRelease()
     QCOMPARE(on.image->pixmap().size(), QSize(201, 201));
 }
 
-void tst_ImageResizing::anUnselectedImageIsSelectedAndMovedByItsCorner()
+void TestImageResizing::anUnselectedImageIsSelectedAndMovedByItsCorner()
 {
     ImageOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -266,7 +266,7 @@ void tst_ImageResizing::anUnselectedImageIsSelectedAndMovedByItsCorner()
     QCOMPARE(on.image->pixmap().size(), QSize(200, 200));
 }
 
-void tst_ImageResizing::theHalfOfAHandleOutsideThePictureIsNotHit()
+void TestImageResizing::theHalfOfAHandleOutsideThePictureIsNotHit()
 {
     // The toolkit asks the item's shape, which is the picture alone.
     ImageOnCanvas on;
@@ -278,7 +278,7 @@ void tst_ImageResizing::theHalfOfAHandleOutsideThePictureIsNotHit()
     QVERIFY(!on.image->isSelected());
 }
 
-void tst_ImageResizing::anyButtonResizes()
+void TestImageResizing::anyButtonResizes()
 {
     ImageOnCanvas on;
     QVERIFY(on.showSelected());
@@ -289,5 +289,5 @@ void tst_ImageResizing::anyButtonResizes()
     QCOMPARE(on.image->pixmap().size(), QSize(151, 151));
 }
 
-QTEST_MAIN(tst_ImageResizing)
+QTEST_MAIN(TestImageResizing)
 #include "tst_imageresizing.moc"

@@ -12,7 +12,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-class tst_ResizablePixmapItem : public QObject
+class TestResizablePixmapItem : public QObject
 {
     Q_OBJECT
 
@@ -59,19 +59,19 @@ QList<PaintedShape> paintedBy(ResizablePixmapItem &image)
 
 } // namespace
 
-void tst_ResizablePixmapItem::isAnObjectWithOneSignal()
+void TestResizablePixmapItem::isAnObjectWithOneSignal()
 {
     verifyOneSignal(ResizablePixmapItem::staticMetaObject, "ResizablePixmapItem",
                     QObject::staticMetaObject);
 }
 
-void tst_ResizablePixmapItem::isFoundByItsBases()
+void TestResizablePixmapItem::isFoundByItsBases()
 {
     ResizablePixmapItem image({});
     verifyCasts<QGraphicsPixmapItem>(image, "ResizablePixmapItem", "QGraphicsPixmapItem");
 }
 
-void tst_ResizablePixmapItem::showsThePictureBeneathEverythingElse()
+void TestResizablePixmapItem::showsThePictureBeneathEverythingElse()
 {
     const ResizablePixmapItem image(motley(30, 20));
     QCOMPARE(image.pixmap().toImage(), motley(30, 20).toImage());
@@ -81,7 +81,7 @@ void tst_ResizablePixmapItem::showsThePictureBeneathEverythingElse()
     QCOMPARE(image.parentItem(), nullptr);
 }
 
-void tst_ResizablePixmapItem::canBeMovedSelectedAndFocused()
+void TestResizablePixmapItem::canBeMovedSelectedAndFocused()
 {
     const ResizablePixmapItem image(motley(30, 20));
     QCOMPARE(image.flags(),
@@ -90,7 +90,7 @@ void tst_ResizablePixmapItem::canBeMovedSelectedAndFocused()
     QVERIFY(image.acceptHoverEvents());
 }
 
-void tst_ResizablePixmapItem::theBoundingRectangleHoldsTheHandles()
+void TestResizablePixmapItem::theBoundingRectangleHoldsTheHandles()
 {
     // Half a pixel more on every side is the toolkit's share for whatever can be selected.
     const ResizablePixmapItem image(motley(100, 80));
@@ -101,7 +101,7 @@ void tst_ResizablePixmapItem::theBoundingRectangleHoldsTheHandles()
     QCOMPARE(image.boundingRect(), handles);
 }
 
-void tst_ResizablePixmapItem::handlesGoClockwiseFromTheTopLeft_data()
+void TestResizablePixmapItem::handlesGoClockwiseFromTheTopLeft_data()
 {
     QTest::addColumn<int>("number");
     QTest::addColumn<QPointF>("center");
@@ -116,7 +116,7 @@ void tst_ResizablePixmapItem::handlesGoClockwiseFromTheTopLeft_data()
     QTest::newRow("left") << 8 << QPointF(-0.5, 40);
 }
 
-void tst_ResizablePixmapItem::handlesGoClockwiseFromTheTopLeft()
+void TestResizablePixmapItem::handlesGoClockwiseFromTheTopLeft()
 {
     QFETCH(int, number);
     QFETCH(QPointF, center);
@@ -125,14 +125,14 @@ void tst_ResizablePixmapItem::handlesGoClockwiseFromTheTopLeft()
     QCOMPARE(image.handleAt(center), number);
 }
 
-void tst_ResizablePixmapItem::otherHandleNumbersGiveASquareAroundTheOrigin()
+void TestResizablePixmapItem::otherHandleNumbersGiveASquareAroundTheOrigin()
 {
     const ResizablePixmapItem image(motley(100, 80));
     for (const int number : {0, 9, -1, 1000})
         QCOMPARE(image.handleRect(number), QRectF(-16, -16, 32, 32));
 }
 
-void tst_ResizablePixmapItem::theHandleAtAPointIsTheLowest()
+void TestResizablePixmapItem::theHandleAtAPointIsTheLowest()
 {
     const ResizablePixmapItem large(motley(100, 80));
     QCOMPARE(large.handleAt({30, 40}), 0);
@@ -154,7 +154,7 @@ void tst_ResizablePixmapItem::theHandleAtAPointIsTheLowest()
     QCOMPARE(small.handleAt({-10, 20}), 7);
 }
 
-void tst_ResizablePixmapItem::theCursorFitsTheHandle_data()
+void TestResizablePixmapItem::theCursorFitsTheHandle_data()
 {
     QTest::addColumn<int>("number");
     QTest::addColumn<Qt::CursorShape>("shape");
@@ -168,7 +168,7 @@ void tst_ResizablePixmapItem::theCursorFitsTheHandle_data()
     QTest::newRow("left") << 8 << Qt::SizeHorCursor;
 }
 
-void tst_ResizablePixmapItem::theCursorFitsTheHandle()
+void TestResizablePixmapItem::theCursorFitsTheHandle()
 {
     QFETCH(int, number);
     QFETCH(Qt::CursorShape, shape);
@@ -181,7 +181,7 @@ void tst_ResizablePixmapItem::theCursorFitsTheHandle()
     QCOMPARE(image.cursor().shape(), Qt::ArrowCursor);
 }
 
-void tst_ResizablePixmapItem::hoveringShowsNoCursor()
+void TestResizablePixmapItem::hoveringShowsNoCursor()
 {
     ImageOnCanvas on;
     QVERIFY(on.showSelected());
@@ -192,7 +192,7 @@ void tst_ResizablePixmapItem::hoveringShowsNoCursor()
     }
 }
 
-void tst_ResizablePixmapItem::paintsNoHandlesUnlessSelected()
+void TestResizablePixmapItem::paintsNoHandlesUnlessSelected()
 {
     ImageOnCanvas on;
     const auto shapes = paintedBy(*on.image);
@@ -201,7 +201,7 @@ void tst_ResizablePixmapItem::paintsNoHandlesUnlessSelected()
     QCOMPARE(shapes.constFirst().rect, QRectF(0, 0, 200, 200));
 }
 
-void tst_ResizablePixmapItem::paintsEightHandlesWhenSelected()
+void TestResizablePixmapItem::paintsEightHandlesWhenSelected()
 {
     ImageOnCanvas on;
     on.image->setSelected(true);
@@ -217,7 +217,7 @@ void tst_ResizablePixmapItem::paintsEightHandlesWhenSelected()
     }
 }
 
-void tst_ResizablePixmapItem::paintsNoFrameWhenSelected()
+void TestResizablePixmapItem::paintsNoFrameWhenSelected()
 {
     ImageOnCanvas on;
     on.canvas.scene.setBackgroundBrush(Qt::green);
@@ -231,7 +231,7 @@ void tst_ResizablePixmapItem::paintsNoFrameWhenSelected()
     QCOMPARE(picture.pixelColor(250, 200), on.source.toImage().pixelColor(50, 0));
 }
 
-void tst_ResizablePixmapItem::anEmptyPictureIsHarmless()
+void TestResizablePixmapItem::anEmptyPictureIsHarmless()
 {
     ItemCanvas canvas;
     auto *const image = canvas.add(new ResizablePixmapItem({}), {100, 100});
@@ -246,7 +246,7 @@ void tst_ResizablePixmapItem::anEmptyPictureIsHarmless()
     QCOMPARE(canvas.picture().pixelColor(84, 100), QColor(Qt::blue));
 }
 
-void tst_ResizablePixmapItem::aPressOnThePictureSelects()
+void TestResizablePixmapItem::aPressOnThePictureSelects()
 {
     ImageOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -256,7 +256,7 @@ void tst_ResizablePixmapItem::aPressOnThePictureSelects()
     QCOMPARE(on.image->pos(), on.place);
 }
 
-void tst_ResizablePixmapItem::aDragOnThePictureMovesIt()
+void TestResizablePixmapItem::aDragOnThePictureMovesIt()
 {
     ImageOnCanvas on;
     QVERIFY(on.showSelected());
@@ -269,7 +269,7 @@ void tst_ResizablePixmapItem::aDragOnThePictureMovesIt()
     QCOMPARE(on.image->pixmap().size(), on.source.size());
 }
 
-void tst_ResizablePixmapItem::eachChangeOfPlaceIsToldOnce()
+void TestResizablePixmapItem::eachChangeOfPlaceIsToldOnce()
 {
     ImageOnCanvas on;
     const QSignalSpy modified(on.image, &ResizablePixmapItem::itemModified);
@@ -282,7 +282,7 @@ void tst_ResizablePixmapItem::eachChangeOfPlaceIsToldOnce()
     QCOMPARE(on.image->pos(), QPointF(10, 21));
 }
 
-void tst_ResizablePixmapItem::everyGeometryChangeIsTold()
+void TestResizablePixmapItem::everyGeometryChangeIsTold()
 {
     ResizablePixmapItem image(motley(30, 20));
     const QSignalSpy modified(&image, &ResizablePixmapItem::itemModified);
@@ -290,7 +290,7 @@ void tst_ResizablePixmapItem::everyGeometryChangeIsTold()
     QCOMPARE(modified.count(), 4);
 }
 
-void tst_ResizablePixmapItem::nothingElseIsTold()
+void TestResizablePixmapItem::nothingElseIsTold()
 {
     ImageOnCanvas on;
     const QSignalSpy modified(on.image, &ResizablePixmapItem::itemModified);
@@ -300,7 +300,7 @@ void tst_ResizablePixmapItem::nothingElseIsTold()
     QCOMPARE(modified.count(), 0);
 }
 
-void tst_ResizablePixmapItem::belongsToItsScene()
+void TestResizablePixmapItem::belongsToItsScene()
 {
     ImageOnCanvas on;
     const QPointer<ResizablePixmapItem> image(on.image);
@@ -308,5 +308,5 @@ void tst_ResizablePixmapItem::belongsToItsScene()
     QVERIFY(image.isNull());
 }
 
-QTEST_MAIN(tst_ResizablePixmapItem)
+QTEST_MAIN(TestResizablePixmapItem)
 #include "tst_resizablepixmapitem.moc"

@@ -17,7 +17,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-class tst_StickyNoteItem : public QObject
+class TestStickyNoteItem : public QObject
 {
     Q_OBJECT
 
@@ -82,7 +82,7 @@ QList<PaintedShape> paintedBy(StickyNoteItem &note)
 
 } // namespace
 
-void tst_StickyNoteItem::isAGraphicsObjectWithOneSignal()
+void TestStickyNoteItem::isAGraphicsObjectWithOneSignal()
 {
     verifyOneSignal(StickyNoteItem::staticMetaObject, "StickyNoteItem",
                     QGraphicsObject::staticMetaObject);
@@ -90,7 +90,7 @@ void tst_StickyNoteItem::isAGraphicsObjectWithOneSignal()
     verifyCasts<QGraphicsItem>(note, "StickyNoteItem", "QGraphicsItem");
 }
 
-void tst_StickyNoteItem::itsColorsAreAMetaType()
+void TestStickyNoteItem::itsColorsAreAMetaType()
 {
     const StickyNoteItem note;
     const QMetaType type = QMetaType::fromName("StickyNoteItem::NoteColor");
@@ -103,7 +103,7 @@ void tst_StickyNoteItem::itsColorsAreAMetaType()
         QCOMPARE(colors.value(value), value);
 }
 
-void tst_StickyNoteItem::startsYellowWithThePlaceholder()
+void TestStickyNoteItem::startsYellowWithThePlaceholder()
 {
     const StickyNoteItem note;
     QCOMPARE(note.noteColor(), 0);
@@ -111,7 +111,7 @@ void tst_StickyNoteItem::startsYellowWithThePlaceholder()
     QCOMPARE(note.zValue(), 1.0);
 }
 
-void tst_StickyNoteItem::isAlwaysThreeHundredUnitsSquare()
+void TestStickyNoteItem::isAlwaysThreeHundredUnitsSquare()
 {
     StickyNoteItem note;
     QCOMPARE(note.boundingRect(), QRectF(0, 0, 300, 300));
@@ -119,7 +119,7 @@ void tst_StickyNoteItem::isAlwaysThreeHundredUnitsSquare()
     QCOMPARE(note.boundingRect(), QRectF(0, 0, 300, 300));
 }
 
-void tst_StickyNoteItem::canBeMovedSelectedAndFocusedOnly()
+void TestStickyNoteItem::canBeMovedSelectedAndFocusedOnly()
 {
     const StickyNoteItem note;
     QCOMPARE(note.flags(),
@@ -127,7 +127,7 @@ void tst_StickyNoteItem::canBeMovedSelectedAndFocusedOnly()
                  | QGraphicsItem::ItemIsFocusable);
 }
 
-void tst_StickyNoteItem::takesAGraphicsParentOnly()
+void TestStickyNoteItem::takesAGraphicsParentOnly()
 {
     QGraphicsRectItem sheet;
     auto *const note = new StickyNoteItem(&sheet);
@@ -135,7 +135,7 @@ void tst_StickyNoteItem::takesAGraphicsParentOnly()
     QCOMPARE(note->parent(), nullptr);
 }
 
-void tst_StickyNoteItem::paintsEveryColorFromTopToBottom_data()
+void TestStickyNoteItem::paintsEveryColorFromTopToBottom_data()
 {
     QTest::addColumn<int>("value");
     QTest::addColumn<QColor>("top");
@@ -148,7 +148,7 @@ void tst_StickyNoteItem::paintsEveryColorFromTopToBottom_data()
     QTest::newRow("grey") << 5 << QColor(0xE0E0E0) << QColor(0xA0A0A0);
 }
 
-void tst_StickyNoteItem::paintsEveryColorFromTopToBottom()
+void TestStickyNoteItem::paintsEveryColorFromTopToBottom()
 {
     QFETCH(int, value);
     QFETCH(QColor, top);
@@ -172,7 +172,7 @@ void tst_StickyNoteItem::paintsEveryColorFromTopToBottom()
     QCOMPARE(picture.pixelColor(250, 400), QColor(Qt::white));
 }
 
-void tst_StickyNoteItem::paintsOneRectangleWithoutAnOutline()
+void TestStickyNoteItem::paintsOneRectangleWithoutAnOutline()
 {
     ItemCanvas canvas;
     auto *const note = canvas.add(new StickyNoteItem);
@@ -191,7 +191,7 @@ void tst_StickyNoteItem::paintsOneRectangleWithoutAnOutline()
     QCOMPARE(gradient->stops(), QGradientStops({{0.0, 0xFFFCC9}, {1.0, 0xFFF75C}}));
 }
 
-void tst_StickyNoteItem::anUnknownColorIsKeptAndPaintsTheBareGradient()
+void TestStickyNoteItem::anUnknownColorIsKeptAndPaintsTheBareGradient()
 {
     for (const int value : {-1, 6, 9, std::numeric_limits<int>::max()}) {
         StickyNoteItem note;
@@ -203,7 +203,7 @@ void tst_StickyNoteItem::anUnknownColorIsKeptAndPaintsTheBareGradient()
     }
 }
 
-void tst_StickyNoteItem::settingTheColorRepaints()
+void TestStickyNoteItem::settingTheColorRepaints()
 {
     NoteOnCanvas on;
     QSignalSpy changed(&on.canvas.scene, &QGraphicsScene::changed);
@@ -216,7 +216,7 @@ void tst_StickyNoteItem::settingTheColorRepaints()
     QCOMPARE(regions, QList<QRectF>{on.note->sceneBoundingRect()});
 }
 
-void tst_StickyNoteItem::colorTextAndMovingTellNothing()
+void TestStickyNoteItem::colorTextAndMovingTellNothing()
 {
     NoteOnCanvas on;
     const QSignalSpy modified(on.note, &StickyNoteItem::itemModified);
@@ -229,7 +229,7 @@ void tst_StickyNoteItem::colorTextAndMovingTellNothing()
     QCOMPARE(modified.count(), 0);
 }
 
-void tst_StickyNoteItem::geometryIsToldOnlyWithTheFlagThatNotesLack()
+void TestStickyNoteItem::geometryIsToldOnlyWithTheFlagThatNotesLack()
 {
     StickyNoteItem note;
     note.setFlag(QGraphicsItem::ItemSendsGeometryChanges);
@@ -239,7 +239,7 @@ void tst_StickyNoteItem::geometryIsToldOnlyWithTheFlagThatNotesLack()
     QCOMPARE(note.pos(), QPointF(30, 40));
 }
 
-void tst_StickyNoteItem::aClickSelects()
+void TestStickyNoteItem::aClickSelects()
 {
     NoteOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -248,7 +248,7 @@ void tst_StickyNoteItem::aClickSelects()
     QCOMPARE(on.note->pos(), NoteOnCanvas::place);
 }
 
-void tst_StickyNoteItem::aDragCountsItsFirstStepTwice()
+void TestStickyNoteItem::aDragCountsItsFirstStepTwice()
 {
     NoteOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -261,7 +261,7 @@ void tst_StickyNoteItem::aDragCountsItsFirstStepTwice()
     QCOMPARE(on.note->pos(), NoteOnCanvas::place + QPointF(50, -2));
 }
 
-void tst_StickyNoteItem::theMiddleButtonDragsToo()
+void TestStickyNoteItem::theMiddleButtonDragsToo()
 {
     NoteOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -274,7 +274,7 @@ void tst_StickyNoteItem::theMiddleButtonDragsToo()
     QVERIFY(!on.note->isSelected());
 }
 
-void tst_StickyNoteItem::nothingMovesAfterTheRelease()
+void TestStickyNoteItem::nothingMovesAfterTheRelease()
 {
     NoteOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -283,7 +283,7 @@ void tst_StickyNoteItem::nothingMovesAfterTheRelease()
     QCOMPARE(on.note->pos(), NoteOnCanvas::place);
 }
 
-void tst_StickyNoteItem::releasingOneOfTwoButtonsEndsTheDrag()
+void TestStickyNoteItem::releasingOneOfTwoButtonsEndsTheDrag()
 {
     NoteOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -295,7 +295,7 @@ void tst_StickyNoteItem::releasingOneOfTwoButtonsEndsTheDrag()
     on.canvas.pointer.release(on.onPaper() + QPointF(30, 30), Qt::MiddleButton);
 }
 
-void tst_StickyNoteItem::theRightButtonNeitherDragsNorSelects()
+void TestStickyNoteItem::theRightButtonNeitherDragsNorSelects()
 {
     NoteOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -308,7 +308,7 @@ void tst_StickyNoteItem::theRightButtonNeitherDragsNorSelects()
     QVERIFY(!on.note->isSelected());
 }
 
-void tst_StickyNoteItem::aRightPressEndsAtTheNote()
+void TestStickyNoteItem::aRightPressEndsAtTheNote()
 {
     NoteOnCanvas on;
     auto *const below = on.canvas.add(new PressCounter(on.canvas.scene.sceneRect()));
@@ -320,7 +320,7 @@ void tst_StickyNoteItem::aRightPressEndsAtTheNote()
     QCOMPARE(below->presses, 1);
 }
 
-void tst_StickyNoteItem::aRightPressIsAccepted()
+void TestStickyNoteItem::aRightPressIsAccepted()
 {
     NoteOnCanvas on;
     QGraphicsSceneMouseEvent press(QEvent::GraphicsSceneMousePress);
@@ -330,7 +330,7 @@ void tst_StickyNoteItem::aRightPressIsAccepted()
     QVERIFY(press.isAccepted());
 }
 
-void tst_StickyNoteItem::belongsToItsSceneWithItsText()
+void TestStickyNoteItem::belongsToItsSceneWithItsText()
 {
     NoteOnCanvas on;
     const QPointer<StickyNoteItem> note(on.note);
@@ -340,5 +340,5 @@ void tst_StickyNoteItem::belongsToItsSceneWithItsText()
     QVERIFY(text.isNull());
 }
 
-QTEST_MAIN(tst_StickyNoteItem)
+QTEST_MAIN(TestStickyNoteItem)
 #include "tst_stickynoteitem.moc"

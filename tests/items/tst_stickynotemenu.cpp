@@ -11,7 +11,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-class tst_StickyNoteMenu : public QObject
+class TestStickyNoteMenu : public QObject
 {
     Q_OBJECT
 
@@ -68,7 +68,7 @@ void askForMenu(NoteOnCanvas &on)
 
 } // namespace
 
-void tst_StickyNoteMenu::listsTheColorsInTheOrderOfTheirLabels()
+void TestStickyNoteMenu::listsTheColorsInTheOrderOfTheirLabels()
 {
     NoteOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -80,12 +80,12 @@ void tst_StickyNoteMenu::listsTheColorsInTheOrderOfTheirLabels()
     QCOMPARE(menu.texts(), labels);
 }
 
-void tst_StickyNoteMenu::marksThePresentColorOnly_data()
+void TestStickyNoteMenu::marksThePresentColorOnly_data()
 {
     addColorRows();
 }
 
-void tst_StickyNoteMenu::marksThePresentColorOnly()
+void TestStickyNoteMenu::marksThePresentColorOnly()
 {
     QFETCH(QString, label);
     QFETCH(StickyNoteItem::NoteColor, color);
@@ -102,7 +102,7 @@ void tst_StickyNoteMenu::marksThePresentColorOnly()
     }
 }
 
-void tst_StickyNoteMenu::marksNothingForAnUnknownColor()
+void TestStickyNoteMenu::marksNothingForAnUnknownColor()
 {
     NoteOnCanvas on;
     on.note->setNoteColor(static_cast<StickyNoteItem::NoteColor>(9));
@@ -114,7 +114,7 @@ void tst_StickyNoteMenu::marksNothingForAnUnknownColor()
         QCOMPARE(entry, MenuEntry{entry.text});
 }
 
-void tst_StickyNoteMenu::opensWhereTheMouseIs()
+void TestStickyNoteMenu::opensWhereTheMouseIs()
 {
     NoteOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -124,12 +124,12 @@ void tst_StickyNoteMenu::opensWhereTheMouseIs()
              on.canvas.window.mapToGlobal(on.canvas.pointer.windowPoint(on.onPaper())));
 }
 
-void tst_StickyNoteMenu::choosingALabelSetsItsColor_data()
+void TestStickyNoteMenu::choosingALabelSetsItsColor_data()
 {
     addColorRows();
 }
 
-void tst_StickyNoteMenu::choosingALabelSetsItsColor()
+void TestStickyNoteMenu::choosingALabelSetsItsColor()
 {
     QFETCH(QString, label);
     QFETCH(StickyNoteItem::NoteColor, color);
@@ -146,7 +146,7 @@ void tst_StickyNoteMenu::choosingALabelSetsItsColor()
     QCOMPARE(modified.count(), 0);
 }
 
-void tst_StickyNoteMenu::choosingAColorRepaints()
+void TestStickyNoteMenu::choosingAColorRepaints()
 {
     NoteOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -160,7 +160,7 @@ void tst_StickyNoteMenu::choosingAColorRepaints()
     }));
 }
 
-void tst_StickyNoteMenu::choosingThePresentColorChangesNothing()
+void TestStickyNoteMenu::choosingThePresentColorChangesNothing()
 {
     NoteOnCanvas on;
     on.note->setNoteColor(StickyNoteItem::Orange);
@@ -173,7 +173,7 @@ void tst_StickyNoteMenu::choosingThePresentColorChangesNothing()
     QCOMPARE(on.canvas.picture(), before);
 }
 
-void tst_StickyNoteMenu::escapeChangesNothing()
+void TestStickyNoteMenu::escapeChangesNothing()
 {
     NoteOnCanvas on;
     on.note->setNoteColor(StickyNoteItem::Grey);
@@ -184,7 +184,7 @@ void tst_StickyNoteMenu::escapeChangesNothing()
     QCOMPARE(on.note->noteColor(), StickyNoteItem::Grey);
 }
 
-void tst_StickyNoteMenu::theNoteMayGoWhileTheMenuIsOpen()
+void TestStickyNoteMenu::theNoteMayGoWhileTheMenuIsOpen()
 {
     NoteOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -195,5 +195,5 @@ void tst_StickyNoteMenu::theNoteMayGoWhileTheMenuIsOpen()
     QVERIFY(note.isNull());
 }
 
-QTEST_MAIN(tst_StickyNoteMenu)
+QTEST_MAIN(TestStickyNoteMenu)
 #include "tst_stickynotemenu.moc"

@@ -14,7 +14,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-class tst_StickyNoteText : public QObject
+class TestStickyNoteText : public QObject
 {
     Q_OBJECT
 
@@ -44,7 +44,7 @@ QString letters(int count)
 
 } // namespace
 
-void tst_StickyNoteText::itsTextIsBlackTwelvePointAndWraps()
+void TestStickyNoteText::itsTextIsBlackTwelvePointAndWraps()
 {
     const StickyNoteItem note;
     QCOMPARE(note.childItems().size(), 1);
@@ -61,14 +61,14 @@ void tst_StickyNoteText::itsTextIsBlackTwelvePointAndWraps()
     QCOMPARE(text->textInteractionFlags(), Qt::TextEditorInteraction);
 }
 
-void tst_StickyNoteText::anyTextIsTakenBeforeTheFirstFocus()
+void TestStickyNoteText::anyTextIsTakenBeforeTheFirstFocus()
 {
     StickyNoteItem note;
     note.setText(letters(500));
     QCOMPARE(note.getText(), letters(500));
 }
 
-void tst_StickyNoteText::theFirstFocusKeepsThePlaceholder()
+void TestStickyNoteText::theFirstFocusKeepsThePlaceholder()
 {
     NoteOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -77,7 +77,7 @@ void tst_StickyNoteText::theFirstFocusKeepsThePlaceholder()
     QCOMPARE(on.note->getText(), u"Agregar texto..."_s);
 }
 
-void tst_StickyNoteText::theFirstFocusLeavesALongTextUntilItIsEdited()
+void TestStickyNoteText::theFirstFocusLeavesALongTextUntilItIsEdited()
 {
     NoteOnCanvas on;
     on.note->setText(letters(302).replace(10, 1, u"\n"_s));
@@ -90,7 +90,7 @@ void tst_StickyNoteText::theFirstFocusLeavesALongTextUntilItIsEdited()
     QCOMPARE(on.note->getText().size(), 300);
 }
 
-void tst_StickyNoteText::afterTheFirstFocusALongerTextIsCut()
+void TestStickyNoteText::afterTheFirstFocusALongerTextIsCut()
 {
     NoteOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -103,7 +103,7 @@ void tst_StickyNoteText::afterTheFirstFocusALongerTextIsCut()
     QCOMPARE(on.note->getText(), letters(300));
 }
 
-void tst_StickyNoteText::threeHundredCharactersAreNotCut()
+void TestStickyNoteText::threeHundredCharactersAreNotCut()
 {
     NoteOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -113,7 +113,7 @@ void tst_StickyNoteText::threeHundredCharactersAreNotCut()
     QCOMPARE(textOf(*on.note)->textCursor().position(), 0);
 }
 
-void tst_StickyNoteText::pastingBeyondTheLimitCutsAtTheEnd()
+void TestStickyNoteText::pastingBeyondTheLimitCutsAtTheEnd()
 {
     NoteOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -126,7 +126,7 @@ void tst_StickyNoteText::pastingBeyondTheLimitCutsAtTheEnd()
     QCOMPARE(textOf(*on.note)->textCursor().position(), 300);
 }
 
-void tst_StickyNoteText::typingBeyondTheLimitCutsAtTheEnd()
+void TestStickyNoteText::typingBeyondTheLimitCutsAtTheEnd()
 {
     NoteOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -143,7 +143,7 @@ void tst_StickyNoteText::typingBeyondTheLimitCutsAtTheEnd()
     QCOMPARE(textOf(*on.note)->textCursor().position(), 300);
 }
 
-void tst_StickyNoteText::cuttingIsNoEditOfItsOwn()
+void TestStickyNoteText::cuttingIsNoEditOfItsOwn()
 {
     NoteOnCanvas on;
     QVERIFY(on.canvas.show());
@@ -162,7 +162,7 @@ void tst_StickyNoteText::cuttingIsNoEditOfItsOwn()
     QCOMPARE(edited.count(), 2);
 }
 
-void tst_StickyNoteText::typingOnTheTextAloneIsNotLimited()
+void TestStickyNoteText::typingOnTheTextAloneIsNotLimited()
 {
     // The limit waits for the paper's own focus, which a click on the text does not give it.
     NoteOnCanvas on;
@@ -175,7 +175,7 @@ void tst_StickyNoteText::typingOnTheTextAloneIsNotLimited()
     QCOMPARE(on.note->getText(), letters(300) + u"XYZ"_s);
 }
 
-void tst_StickyNoteText::aNoteWithoutItsTextItemHasNoText()
+void TestStickyNoteText::aNoteWithoutItsTextItemHasNoText()
 {
     StickyNoteItem note;
     std::unique_ptr<QGraphicsTextItem>(textOf(note)).reset();
@@ -185,5 +185,5 @@ void tst_StickyNoteText::aNoteWithoutItsTextItemHasNoText()
     QCOMPARE(note.getText(), QString());
 }
 
-QTEST_MAIN(tst_StickyNoteText)
+QTEST_MAIN(TestStickyNoteText)
 #include "tst_stickynotetext.moc"

@@ -15,7 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 
 /// What the program carries with it: pictures, icon file, font, style sheet; and that the pictures
 /// are the ones that resources/art describes.
-class tst_Resources : public QObject
+class TestResources : public QObject
 {
     Q_OBJECT
 
@@ -59,17 +59,17 @@ static bool showsSomething(const QImage &image)
     return false;
 }
 
-QString tst_Resources::inFolder(const QString &name)
+QString TestResources::inFolder(const QString &name)
 {
     return QStringLiteral(RESOURCES_FOLDER "/") + name;
 }
 
-QString tst_Resources::twiceAsLarge(const QString &picture)
+QString TestResources::twiceAsLarge(const QString &picture)
 {
     return picture.chopped(4) + u"@2x.png"_s;
 }
 
-QMap<QString, QList<QSize>> tst_Resources::sizeTable()
+QMap<QString, QList<QSize>> TestResources::sizeTable()
 {
     QMap<QString, QList<QSize>> table;
     QFile file(inFolder(u"art/sizes.txt"_s));
@@ -87,7 +87,7 @@ QMap<QString, QList<QSize>> tst_Resources::sizeTable()
     return table;
 }
 
-QMap<QString, QByteArray> tst_Resources::recordedChecksums()
+QMap<QString, QByteArray> TestResources::recordedChecksums()
 {
     QMap<QString, QByteArray> checksums;
     for (const QString &record : {u"art/rendered.sha256"_s, u"art/previews.sha256"_s}) {
@@ -102,7 +102,7 @@ QMap<QString, QByteArray> tst_Resources::recordedChecksums()
     return checksums;
 }
 
-void tst_Resources::everyPictureOfTheProgramShowsSomething_data()
+void TestResources::everyPictureOfTheProgramShowsSomething_data()
 {
     QTest::addColumn<QString>("path");
 
@@ -119,7 +119,7 @@ void tst_Resources::everyPictureOfTheProgramShowsSomething_data()
     QTest::newRow("AIicon") << u":/Imageres/AIicon.png"_s;
 }
 
-void tst_Resources::everyPictureOfTheProgramShowsSomething()
+void TestResources::everyPictureOfTheProgramShowsSomething()
 {
     QFETCH(QString, path);
 
@@ -127,7 +127,7 @@ void tst_Resources::everyPictureOfTheProgramShowsSomething()
     QVERIFY(showsSomething(QImage(twiceAsLarge(path))));
 }
 
-void tst_Resources::pictureHasTheSizeOfTheTable_data()
+void TestResources::pictureHasTheSizeOfTheTable_data()
 {
     QTest::addColumn<QString>("picture");
     QTest::addColumn<QSize>("size");
@@ -139,7 +139,7 @@ void tst_Resources::pictureHasTheSizeOfTheTable_data()
     }
 }
 
-void tst_Resources::pictureHasTheSizeOfTheTable()
+void TestResources::pictureHasTheSizeOfTheTable()
 {
     QFETCH(QString, picture);
     QFETCH(QSize, size);
@@ -148,7 +148,7 @@ void tst_Resources::pictureHasTheSizeOfTheTable()
     QCOMPARE(QImage(u":/"_s + twiceAsLarge(picture)).size(), size * 2);
 }
 
-void tst_Resources::everyCarriedPictureIsInTheTable()
+void TestResources::everyCarriedPictureIsInTheTable()
 {
     QStringList listed;
     const auto table = sizeTable();
@@ -170,7 +170,7 @@ void tst_Resources::everyCarriedPictureIsInTheTable()
     QCOMPARE(carried, listed);
 }
 
-void tst_Resources::recordedFileIsUnchangedSinceTheLastRendering_data()
+void TestResources::recordedFileIsUnchangedSinceTheLastRendering_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QByteArray>("checksum");
@@ -180,7 +180,7 @@ void tst_Resources::recordedFileIsUnchangedSinceTheLastRendering_data()
         QTest::newRow(qPrintable(row.key())) << row.key() << row.value();
 }
 
-void tst_Resources::recordedFileIsUnchangedSinceTheLastRendering()
+void TestResources::recordedFileIsUnchangedSinceTheLastRendering()
 {
     QFETCH(QString, name);
     QFETCH(QByteArray, checksum);
@@ -194,7 +194,7 @@ void tst_Resources::recordedFileIsUnchangedSinceTheLastRendering()
         "Changed since the last rendering: run scripts/render-art, or scripts/render-art previews");
 }
 
-void tst_Resources::everyDrawingAndPictureIsRecorded()
+void TestResources::everyDrawingAndPictureIsRecorded()
 {
     QStringList expected{u"art/sizes.txt"_s, u"../scripts/previews"_s,
                          u"../tests/e2e/previews/camera.sh"_s, u"../tests/e2e/previews/help.sh"_s,
@@ -213,7 +213,7 @@ void tst_Resources::everyDrawingAndPictureIsRecorded()
     QCOMPARE(recordedChecksums().keys(), expected);
 }
 
-void tst_Resources::iconFileHoldsItsSixSizes()
+void TestResources::iconFileHoldsItsSixSizes()
 {
     QImageReader reader(iconFile);
     QList<QSize> sizes;
@@ -228,7 +228,7 @@ void tst_Resources::iconFileHoldsItsSixSizes()
 
 // Windows expects the 256 pixel entry as PNG; its directory entry (16 bytes each, after a header
 // of 6) says 0 for a width of 256 and has the offset of the data at byte 12.
-void tst_Resources::largestIconIsStoredAsPng()
+void TestResources::largestIconIsStoredAsPng()
 {
     QFile file(iconFile);
     QVERIFY(file.open(QIODevice::ReadOnly));
@@ -241,7 +241,7 @@ void tst_Resources::largestIconIsStoredAsPng()
     QCOMPARE(bytes.mid(offset, 8), QByteArray("\x89PNG\r\n\x1a\n"));
 }
 
-void tst_Resources::everySizeOfTheIconShowsSomething()
+void TestResources::everySizeOfTheIconShowsSomething()
 {
     QImageReader reader(iconFile);
     QVERIFY(reader.imageCount() > 0);
@@ -251,14 +251,14 @@ void tst_Resources::everySizeOfTheIconShowsSomething()
     }
 }
 
-void tst_Resources::fontIsMontserrat()
+void TestResources::fontIsMontserrat()
 {
     const int id = QFontDatabase::addApplicationFont(u":/fonts/Montserrat-Regular.ttf"_s);
 
     QCOMPARE(QFontDatabase::applicationFontFamilies(id), QStringList{u"Montserrat"_s});
 }
 
-void tst_Resources::styleSheetSetsTheFont()
+void TestResources::styleSheetSetsTheFont()
 {
     QFile sheet(u":/styles/window.qss"_s);
     QVERIFY(sheet.open(QIODevice::ReadOnly));
@@ -266,5 +266,5 @@ void tst_Resources::styleSheetSetsTheFont()
     QVERIFY(sheet.readAll().contains("font-family: Montserrat;"));
 }
 
-QTEST_MAIN(tst_Resources)
+QTEST_MAIN(TestResources)
 #include "tst_resources.moc"

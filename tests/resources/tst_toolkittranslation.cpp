@@ -18,7 +18,7 @@
 using namespace Qt::Literals::StringLiterals;
 
 /// The toolkit's own texts, as a person meets them, once the translation is installed.
-class tst_ToolkitTranslation : public QObject
+class TestToolkitTranslation : public QObject
 {
     Q_OBJECT
 
@@ -56,13 +56,13 @@ static const QStringList editingTexts{u"&Deshacer"_s,        u"&Rehacer"_s, u"Co
                                       u"&Copiar"_s,          u"&Pegar"_s,   u"&Eliminar"_s,
                                       u"&Seleccionar todo"_s};
 
-void tst_ToolkitTranslation::initTestCase()
+void TestToolkitTranslation::initTestCase()
 {
     QVERIFY(translator.load(u":/i18n/Plumara_es_MX.qm"_s));
     QVERIFY(QCoreApplication::installTranslator(&translator));
 }
 
-void tst_ToolkitTranslation::everyTextOfTheSourceIsTranslated()
+void TestToolkitTranslation::everyTextOfTheSourceIsTranslated()
 {
     QFile file(QStringLiteral(RESOURCES_FOLDER "/i18n/Plumara_es_MX.ts"));
     QVERIFY(file.open(QIODevice::ReadOnly));
@@ -88,7 +88,7 @@ void tst_ToolkitTranslation::everyTextOfTheSourceIsTranslated()
     QVERIFY(texts > 100);
 }
 
-void tst_ToolkitTranslation::eachContextIsTranslated_data()
+void TestToolkitTranslation::eachContextIsTranslated_data()
 {
     QTest::addColumn<QByteArray>("source");
     QTest::addColumn<QString>("translation");
@@ -111,7 +111,7 @@ void tst_ToolkitTranslation::eachContextIsTranslated_data()
     row("QShortcut", "PgUp", u"Re Pág");
 }
 
-void tst_ToolkitTranslation::eachContextIsTranslated()
+void TestToolkitTranslation::eachContextIsTranslated()
 {
     QFETCH(QByteArray, source);
     QFETCH(QString, translation);
@@ -119,7 +119,7 @@ void tst_ToolkitTranslation::eachContextIsTranslated()
     QCOMPARE(QCoreApplication::translate(QTest::currentDataTag(), source.constData()), translation);
 }
 
-void tst_ToolkitTranslation::fileDialogToOpenIsSpanish()
+void TestToolkitTranslation::fileDialogToOpenIsSpanish()
 {
     QFileDialog dialog;
     dialog.setOption(QFileDialog::DontUseNativeDialog);
@@ -132,7 +132,7 @@ void tst_ToolkitTranslation::fileDialogToOpenIsSpanish()
     QCOMPARE(dialog.labelText(QFileDialog::Reject), u"Cancelar"_s);
 }
 
-void tst_ToolkitTranslation::fileDialogToSaveIsSpanish()
+void TestToolkitTranslation::fileDialogToSaveIsSpanish()
 {
     QFileDialog dialog;
     dialog.setOption(QFileDialog::DontUseNativeDialog);
@@ -143,7 +143,7 @@ void tst_ToolkitTranslation::fileDialogToSaveIsSpanish()
     QCOMPARE(dialog.windowTitle(), u"Guardar como"_s);
 }
 
-void tst_ToolkitTranslation::fileDialogColumnsAreSpanish()
+void TestToolkitTranslation::fileDialogColumnsAreSpanish()
 {
     QFileDialog dialog;
     dialog.setOption(QFileDialog::DontUseNativeDialog);
@@ -159,7 +159,7 @@ void tst_ToolkitTranslation::fileDialogColumnsAreSpanish()
     QCOMPARE(columns, wanted);
 }
 
-void tst_ToolkitTranslation::messageBoxButtonsAreSpanish()
+void TestToolkitTranslation::messageBoxButtonsAreSpanish()
 {
     QMessageBox box;
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
@@ -170,7 +170,7 @@ void tst_ToolkitTranslation::messageBoxButtonsAreSpanish()
 }
 
 // Wanted: the program's messages have always been answered with "OK".
-void tst_ToolkitTranslation::okStaysOk()
+void TestToolkitTranslation::okStaysOk()
 {
     QMessageBox box;
     box.setStandardButtons(QMessageBox::Ok);
@@ -178,7 +178,7 @@ void tst_ToolkitTranslation::okStaysOk()
     QCOMPARE(box.button(QMessageBox::Ok)->text(), u"OK"_s);
 }
 
-void tst_ToolkitTranslation::lineEditMenuIsSpanish()
+void TestToolkitTranslation::lineEditMenuIsSpanish()
 {
     QLineEdit edit;
     const std::unique_ptr<QMenu> menu(edit.createStandardContextMenu());
@@ -186,7 +186,7 @@ void tst_ToolkitTranslation::lineEditMenuIsSpanish()
     QCOMPARE(textsOf(menu.get()), editingTexts);
 }
 
-void tst_ToolkitTranslation::textMenuIsSpanish()
+void TestToolkitTranslation::textMenuIsSpanish()
 {
     QTextEdit edit;
     const std::unique_ptr<QMenu> menu(edit.createStandardContextMenu());
@@ -195,17 +195,17 @@ void tst_ToolkitTranslation::textMenuIsSpanish()
 }
 
 // Key names are translated for show only; code goes on to write them in English.
-void tst_ToolkitTranslation::shortcutsKeepTheirKeys()
+void TestToolkitTranslation::shortcutsKeepTheirKeys()
 {
     QCOMPARE(QKeySequence(u"Alt+Left"_s), QKeySequence(Qt::ALT | Qt::Key_Left));
     QCOMPARE(QKeySequence(u"Ctrl+Shift+S"_s), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
     QCOMPARE(QKeySequence(u"Del"_s), QKeySequence(Qt::Key_Delete));
 }
 
-void tst_ToolkitTranslation::deleteKeyIsNamedInSpanish()
+void TestToolkitTranslation::deleteKeyIsNamedInSpanish()
 {
     QCOMPARE(QKeySequence(Qt::Key_Delete).toString(QKeySequence::NativeText), u"Supr"_s);
 }
 
-QTEST_MAIN(tst_ToolkitTranslation)
+QTEST_MAIN(TestToolkitTranslation)
 #include "tst_toolkittranslation.moc"

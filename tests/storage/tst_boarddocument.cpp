@@ -9,7 +9,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-class tst_BoardDocument : public QObject
+class TestBoardDocument : public QObject
 {
     Q_OBJECT
 
@@ -89,20 +89,20 @@ QImage pictureIn(const QJsonObject &element)
 
 } // namespace
 
-void tst_BoardDocument::anEmptyBoardHasNoElements()
+void TestBoardDocument::anEmptyBoardHasNoElements()
 {
     const QGraphicsScene scene;
     QCOMPARE(bytesOf(scene), documentBytes(u"golden/empty"_s));
 }
 
-void tst_BoardDocument::aNoteIsWritten()
+void TestBoardDocument::aNoteIsWritten()
 {
     QGraphicsScene scene;
     addNote(scene, u"Año nuevo: ¿qué dirá el \"Ñandú\"?\n\tC:\\pizarras/1 🎉"_s, 3, {120.5, -45});
     QCOMPARE(bytesOf(scene), documentBytes(u"golden/note"_s));
 }
 
-void tst_BoardDocument::aFreshNoteIsWrittenWithItsPlaceholder()
+void TestBoardDocument::aFreshNoteIsWrittenWithItsPlaceholder()
 {
     QGraphicsScene scene;
     scene.addItem(new StickyNoteItem);
@@ -114,7 +114,7 @@ void tst_BoardDocument::aFreshNoteIsWrittenWithItsPlaceholder()
              QStringList(u"note 'Agregar texto...' coloured 0 at 0 0, level 1"_s));
 }
 
-void tst_BoardDocument::everyNoteColorIsWritten()
+void TestBoardDocument::everyNoteColorIsWritten()
 {
     QGraphicsScene scene;
     const QStringList names{u"Amarillo"_s, u"Celeste"_s, u"Rojo"_s,
@@ -124,14 +124,14 @@ void tst_BoardDocument::everyNoteColorIsWritten()
     QCOMPARE(bytesOf(scene), documentBytes(u"golden/colours"_s));
 }
 
-void tst_BoardDocument::anUnknownNoteColorIsWrittenAsItIs()
+void TestBoardDocument::anUnknownNoteColorIsWrittenAsItIs()
 {
     QGraphicsScene scene;
     addNote(scene, {}, 9, {});
     QCOMPARE(firstElement(scene).value("color"_L1), QJsonValue(9));
 }
 
-void tst_BoardDocument::aStrokeIsWrittenWithoutItsPlace()
+void TestBoardDocument::aStrokeIsWrittenWithoutItsPlace()
 {
     QPainterPath path({10.5, 20.25});
     path.lineTo(30, 40.125);
@@ -146,7 +146,7 @@ void tst_BoardDocument::aStrokeIsWrittenWithoutItsPlace()
     QCOMPARE(bytesOf(scene), documentBytes(u"golden/stroke"_s));
 }
 
-void tst_BoardDocument::transparencyIsNotWritten()
+void TestBoardDocument::transparencyIsNotWritten()
 {
     QGraphicsScene scene;
     addStroke(scene, twoPoints({0, 0}, {9, 9}))->setColor(QColor(0x12, 0xAB, 0xEF, 0x40));
@@ -157,14 +157,14 @@ void tst_BoardDocument::transparencyIsNotWritten()
     QCOMPARE(toldOf(reopened), QStringList(u"stroke M0 0 L9 9 #ff12abef wide 2 at 0 0, level 2"_s));
 }
 
-void tst_BoardDocument::noColorIsWrittenAsBlack()
+void TestBoardDocument::noColorIsWrittenAsBlack()
 {
     QGraphicsScene scene;
     addStroke(scene, twoPoints({0, 0}, {9, 9}))->setColor(QColor());
     QCOMPARE(firstElement(scene).value("penColor"_L1), u"#000000"_s);
 }
 
-void tst_BoardDocument::strokesWithoutAPathAreNotWritten()
+void TestBoardDocument::strokesWithoutAPathAreNotWritten()
 {
     QGraphicsScene scene;
     addStroke(scene, {});
@@ -173,7 +173,7 @@ void tst_BoardDocument::strokesWithoutAPathAreNotWritten()
     QCOMPARE(bytesOf(scene), documentBytes(u"golden/empty"_s));
 }
 
-void tst_BoardDocument::aDraggedArrowIsWrittenWhereItWasDrawn()
+void TestBoardDocument::aDraggedArrowIsWrittenWhereItWasDrawn()
 {
     ItemCanvas canvas;
     auto *const dragged = canvas.add(new ArrowLineItem({100, 200}, {300, 400}));
@@ -187,7 +187,7 @@ void tst_BoardDocument::aDraggedArrowIsWrittenWhereItWasDrawn()
     QCOMPARE(bytesOf(canvas.scene), documentBytes(u"golden/arrows"_s));
 }
 
-void tst_BoardDocument::numbersAreWrittenInTheirShortestForm()
+void TestBoardDocument::numbersAreWrittenInTheirShortestForm()
 {
     QGraphicsScene scene;
     add(scene, new ArrowLineItem({1920, 0.1 + 0.2}, {-1080, 9007199254740991}))->setWidth(32767);
@@ -195,7 +195,7 @@ void tst_BoardDocument::numbersAreWrittenInTheirShortestForm()
     QCOMPARE(bytesOf(scene), documentBytes(u"golden/numbers"_s));
 }
 
-void tst_BoardDocument::theTopmostElementComesFirst()
+void TestBoardDocument::theTopmostElementComesFirst()
 {
     QGraphicsScene scene;
     add(scene, new ArrowLineItem({0, 0}, {50, 50}));
@@ -207,7 +207,7 @@ void tst_BoardDocument::theTopmostElementComesFirst()
     QCOMPARE(bytesOf(scene), documentBytes(u"golden/stacking"_s));
 }
 
-void tst_BoardDocument::plainItemsCountByTheirKind()
+void TestBoardDocument::plainItemsCountByTheirKind()
 {
     QGraphicsScene plain;
     plain.addLine(1, 2, 3, 4, QPen(Qt::red, 5));
@@ -224,7 +224,7 @@ void tst_BoardDocument::plainItemsCountByTheirKind()
     QCOMPARE(bytesOf(plain), bytesOf(board));
 }
 
-void tst_BoardDocument::anImageIsWrittenAsPng()
+void TestBoardDocument::anImageIsWrittenAsPng()
 {
     QImage picture(2, 2, QImage::Format_ARGB32);
     picture.setPixelColor(0, 0, Qt::red);
@@ -248,7 +248,7 @@ void tst_BoardDocument::anImageIsWrittenAsPng()
     QCOMPARE(pictureIn(firstElement(reopened)).convertToFormat(QImage::Format_ARGB32), picture);
 }
 
-void tst_BoardDocument::aResizedImageIsWrittenAsItShows()
+void TestBoardDocument::aResizedImageIsWrittenAsItShows()
 {
     ImageOnCanvas on;
     QVERIFY(on.showSelected());
@@ -272,7 +272,7 @@ void tst_BoardDocument::aResizedImageIsWrittenAsItShows()
              small.scaled(100, 100, Qt::KeepAspectRatio, Qt::SmoothTransformation).toImage());
 }
 
-void tst_BoardDocument::anEmptyImageIsWrittenWithoutData()
+void TestBoardDocument::anEmptyImageIsWrittenWithoutData()
 {
     QGraphicsScene scene;
     add(scene, new ResizablePixmapItem({}), {3, 4});
@@ -281,7 +281,7 @@ void tst_BoardDocument::anEmptyImageIsWrittenWithoutData()
                  {{"imageData"_L1, QString()}, {"type"_L1, "image"_L1}, {"x"_L1, 3}, {"y"_L1, 4}}));
 }
 
-void tst_BoardDocument::everyFormReadsBackToItself_data()
+void TestBoardDocument::everyFormReadsBackToItself_data()
 {
     // Documents in which no two elements of one kind lie above each other, and no curve.
     QTest::addColumn<QString>("name");
@@ -289,7 +289,7 @@ void tst_BoardDocument::everyFormReadsBackToItself_data()
         QTest::newRow(name) << u"golden/%1"_s.arg(QLatin1StringView(name));
 }
 
-void tst_BoardDocument::everyFormReadsBackToItself()
+void TestBoardDocument::everyFormReadsBackToItself()
 {
     QFETCH(QString, name);
     QGraphicsScene scene;
@@ -297,7 +297,7 @@ void tst_BoardDocument::everyFormReadsBackToItself()
     QCOMPARE(withoutImageData(bytesOf(scene)), withoutImageData(documentBytes(name)));
 }
 
-void tst_BoardDocument::itemsOfOneKindComeBackInReverse()
+void TestBoardDocument::itemsOfOneKindComeBackInReverse()
 {
     QGraphicsScene scene;
     QVERIFY(openDocument(scene, documentBytes(u"golden/colours"_s)));
@@ -310,7 +310,7 @@ void tst_BoardDocument::itemsOfOneKindComeBackInReverse()
     QCOMPARE(bytesOf(reopened), documentBytes(u"golden/colours"_s));
 }
 
-void tst_BoardDocument::savingChangesNothingOnTheBoard()
+void TestBoardDocument::savingChangesNothingOnTheBoard()
 {
     QGraphicsScene scene;
     QVERIFY(openDocument(scene, documentBytes(u"golden/stacking"_s)));
@@ -320,5 +320,5 @@ void tst_BoardDocument::savingChangesNothingOnTheBoard()
     QCOMPARE(before.size(), 4);
 }
 
-QTEST_MAIN(tst_BoardDocument)
+QTEST_MAIN(TestBoardDocument)
 #include "tst_boarddocument.moc"

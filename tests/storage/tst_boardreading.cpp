@@ -8,7 +8,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-class tst_BoardReading : public QObject
+class TestBoardReading : public QObject
 {
     Q_OBJECT
 
@@ -58,7 +58,7 @@ template <typename Item> std::unique_ptr<Item> read(const QByteArray &json)
 
 } // namespace
 
-void tst_BoardReading::aDocumentIsReadLeniently_data()
+void TestBoardReading::aDocumentIsReadLeniently_data()
 {
     QTest::addColumn<QStringList>("lowestFirst");
     const QStringList empty{u"image 0x0 at 0 0, level 0"_s, u"note '' coloured 0 at 0 0, level 1"_s,
@@ -85,7 +85,7 @@ void tst_BoardReading::aDocumentIsReadLeniently_data()
     };
 }
 
-void tst_BoardReading::aDocumentIsReadLeniently()
+void TestBoardReading::aDocumentIsReadLeniently()
 {
     QFETCH(QStringList, lowestFirst);
     QGraphicsScene scene;
@@ -94,7 +94,7 @@ void tst_BoardReading::aDocumentIsReadLeniently()
     QCOMPARE(toldOf(scene), lowestFirst);
 }
 
-void tst_BoardReading::coordinatesAreNumbersOrZero_data()
+void TestBoardReading::coordinatesAreNumbersOrZero_data()
 {
     QTest::addColumn<QByteArray>("value");
     QTest::addColumn<qreal>("coordinate");
@@ -112,7 +112,7 @@ void tst_BoardReading::coordinatesAreNumbersOrZero_data()
     QTest::newRow("an object") << R"({"x": 12})"_ba << 0.0;
 }
 
-void tst_BoardReading::coordinatesAreNumbersOrZero()
+void TestBoardReading::coordinatesAreNumbersOrZero()
 {
     QFETCH(QByteArray, value);
     QFETCH(qreal, coordinate);
@@ -137,7 +137,7 @@ void tst_BoardReading::coordinatesAreNumbersOrZero()
     QCOMPARE(QPointF(stroke->path().elementAt(1)), QPointF(coordinate, coordinate));
 }
 
-void tst_BoardReading::wholeNumbersAreExactOrZero_data()
+void TestBoardReading::wholeNumbersAreExactOrZero_data()
 {
     QTest::addColumn<QByteArray>("value");
     QTest::addColumn<int>("number");
@@ -157,7 +157,7 @@ void tst_BoardReading::wholeNumbersAreExactOrZero_data()
     QTest::newRow("an array") << "[3]"_ba << 0;
 }
 
-void tst_BoardReading::wholeNumbersAreExactOrZero()
+void TestBoardReading::wholeNumbersAreExactOrZero()
 {
     QFETCH(QByteArray, value);
     QFETCH(int, number);
@@ -176,7 +176,7 @@ void tst_BoardReading::wholeNumbersAreExactOrZero()
     QCOMPARE(arrow->QGraphicsLineItem::pen().width(), number);
 }
 
-void tst_BoardReading::colorsHaveManyNames_data()
+void TestBoardReading::colorsHaveManyNames_data()
 {
     QTest::addColumn<QByteArray>("value");
     QTest::addColumn<QColor>("color");
@@ -201,7 +201,7 @@ void tst_BoardReading::colorsHaveManyNames_data()
     QTest::newRow("null") << "null"_ba << QColor();
 }
 
-void tst_BoardReading::colorsHaveManyNames()
+void TestBoardReading::colorsHaveManyNames()
 {
     QFETCH(QByteArray, value);
     QFETCH(QColor, color);
@@ -213,7 +213,7 @@ void tst_BoardReading::colorsHaveManyNames()
     QCOMPARE(arrow->QGraphicsLineItem::pen().color(), color);
 }
 
-void tst_BoardReading::pointsBecomeMovesAndLines_data()
+void TestBoardReading::pointsBecomeMovesAndLines_data()
 {
     QTest::addColumn<QByteArray>("points");
     QTest::addColumn<QString>("path");
@@ -244,7 +244,7 @@ void tst_BoardReading::pointsBecomeMovesAndLines_data()
     QTest::newRow("a text") << "\"M 1 2 L 3 4\""_ba << u""_s;
 }
 
-void tst_BoardReading::pointsBecomeMovesAndLines()
+void TestBoardReading::pointsBecomeMovesAndLines()
 {
     QFETCH(QByteArray, points);
     QFETCH(QString, path);
@@ -253,7 +253,7 @@ void tst_BoardReading::pointsBecomeMovesAndLines()
     QCOMPARE(told(stroke.get()), u"stroke"_s + path + u" #ff010203 wide 0 at 0 0, level 2"_s);
 }
 
-void tst_BoardReading::pictureDataIsTakenAsItComes_data()
+void TestBoardReading::pictureDataIsTakenAsItComes_data()
 {
     QTest::addColumn<QByteArray>("data");
     QTest::addColumn<QSize>("size");
@@ -272,7 +272,7 @@ void tst_BoardReading::pictureDataIsTakenAsItComes_data()
     QTest::newRow("an address") << "data:image/png;base64," + png << QSize(0, 0);
 }
 
-void tst_BoardReading::pictureDataIsTakenAsItComes()
+void TestBoardReading::pictureDataIsTakenAsItComes()
 {
     QFETCH(QByteArray, data);
     QFETCH(QSize, size);
@@ -283,20 +283,20 @@ void tst_BoardReading::pictureDataIsTakenAsItComes()
     QCOMPARE(image->pos(), QPointF(3, 4));
 }
 
-void tst_BoardReading::aNoteMayHaveAnyColor()
+void TestBoardReading::aNoteMayHaveAnyColor()
 {
     const auto note = itemFrom(R"({"type": "postit", "x": 1, "y": 2, "text": "a", "color": 9})");
     QCOMPARE(told(note.get()), u"note 'a' coloured 9 at 1 2, level 1"_s);
 }
 
-void tst_BoardReading::aPenWidthWithAFractionIsZero()
+void TestBoardReading::aPenWidthWithAFractionIsZero()
 {
     const auto stroke = read<FreeDrawItem>(R"({"type": "freedraw", "penWidth": 2.5})");
     QVERIFY(stroke);
     QCOMPARE(stroke->QGraphicsPathItem::pen().widthF(), 0.0);
 }
 
-void tst_BoardReading::widthsThatNoPenCanHaveLeaveTheDefault_data()
+void TestBoardReading::widthsThatNoPenCanHaveLeaveTheDefault_data()
 {
     QTest::addColumn<QByteArray>("value");
     QTest::newRow("negative") << "-5"_ba;
@@ -304,7 +304,7 @@ void tst_BoardReading::widthsThatNoPenCanHaveLeaveTheDefault_data()
     QTest::newRow("the largest number") << "2147483647"_ba;
 }
 
-void tst_BoardReading::widthsThatNoPenCanHaveLeaveTheDefault()
+void TestBoardReading::widthsThatNoPenCanHaveLeaveTheDefault()
 {
     QFETCH(QByteArray, value);
     const auto stroke = read<FreeDrawItem>(filled(R"({"type": "freedraw", "penWidth": @})", value));
@@ -315,7 +315,7 @@ void tst_BoardReading::widthsThatNoPenCanHaveLeaveTheDefault()
     QCOMPARE(arrow->QGraphicsLineItem::pen().width(), QPen().width());
 }
 
-void tst_BoardReading::aLongTextIsKept()
+void TestBoardReading::aLongTextIsKept()
 {
     const QByteArray text(5000, 'a');
     const auto note = read<StickyNoteItem>(filled(R"({"type": "postit", "text": "@"})", text));
@@ -323,7 +323,7 @@ void tst_BoardReading::aLongTextIsKept()
     QCOMPARE(note->getText(), QString::fromLatin1(text));
 }
 
-void tst_BoardReading::aStrokeKeepsItsRoundPen()
+void TestBoardReading::aStrokeKeepsItsRoundPen()
 {
     const auto stroke =
         read<FreeDrawItem>(R"({"type": "freedraw", "penColor": "red", "penWidth": 5})");
@@ -332,7 +332,7 @@ void tst_BoardReading::aStrokeKeepsItsRoundPen()
              QPen(QBrush(Qt::red), 5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
 }
 
-void tst_BoardReading::anArrowHasAPlainPen()
+void TestBoardReading::anArrowHasAPlainPen()
 {
     const auto arrow = read<ArrowLineItem>(R"({"type": "arrow", "color": "red", "width": 5})");
     QVERIFY(arrow);
@@ -340,7 +340,7 @@ void tst_BoardReading::anArrowHasAPlainPen()
              QPen(QBrush(Qt::red), 5, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
 }
 
-void tst_BoardReading::aChangedArrowStartsFromTheDefaultPen()
+void TestBoardReading::aChangedArrowStartsFromTheDefaultPen()
 {
     const auto arrow = read<ArrowLineItem>(R"({"type": "arrow", "color": "red", "width": 5})");
     QVERIFY(arrow);
@@ -349,7 +349,7 @@ void tst_BoardReading::aChangedArrowStartsFromTheDefaultPen()
              QPen(QBrush(Qt::black), 9, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
 }
 
-void tst_BoardReading::anItemBelongsToNobodyYet()
+void TestBoardReading::anItemBelongsToNobodyYet()
 {
     for (const auto &kind : {"postit"_ba, "freedraw"_ba, "arrow"_ba, "image"_ba}) {
         const auto item = itemFrom(filled(R"({"type": "@"})", kind));
@@ -362,5 +362,5 @@ void tst_BoardReading::anItemBelongsToNobodyYet()
     }
 }
 
-QTEST_MAIN(tst_BoardReading)
+QTEST_MAIN(TestBoardReading)
 #include "tst_boardreading.moc"

@@ -12,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 
 // Documents that a person would not write: they are opened, painted, selected and saved again
 // without a crash and without making anybody wait.
-class tst_HostileDocuments : public QObject
+class TestHostileDocuments : public QObject
 {
     Q_OBJECT
 
@@ -79,7 +79,7 @@ QByteArray documentOf(const QByteArray &elements)
 
 } // namespace
 
-void tst_HostileDocuments::whatIsNoJsonIsNoDocument_data()
+void TestHostileDocuments::whatIsNoJsonIsNoDocument_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     for (const char *const name : {"invalid-utf8", "nan", "overflow", "cut-off", "twice"})
@@ -89,7 +89,7 @@ void tst_HostileDocuments::whatIsNoJsonIsNoDocument_data()
     QTest::newRow("zero bytes") << QByteArray(4096, '\0');
 }
 
-void tst_HostileDocuments::whatIsNoJsonIsNoDocument()
+void TestHostileDocuments::whatIsNoJsonIsNoDocument()
 {
     QFETCH(QByteArray, bytes);
     QVERIFY(!bytes.isEmpty());
@@ -98,7 +98,7 @@ void tst_HostileDocuments::whatIsNoJsonIsNoDocument()
     QVERIFY(scene.items().isEmpty());
 }
 
-void tst_HostileDocuments::oddValuesAreShownAndSaved_data()
+void TestHostileDocuments::oddValuesAreShownAndSaved_data()
 {
     QTest::addColumn<int>("items");
     QTest::newRow("huge-coordinates") << 8;
@@ -108,7 +108,7 @@ void tst_HostileDocuments::oddValuesAreShownAndSaved_data()
     QTest::newRow("pictures") << 6;
 }
 
-void tst_HostileDocuments::oddValuesAreShownAndSaved()
+void TestHostileDocuments::oddValuesAreShownAndSaved()
 {
     QFETCH(int, items);
     const QString name = QString::fromUtf8(QTest::currentDataTag());
@@ -118,7 +118,7 @@ void tst_HostileDocuments::oddValuesAreShownAndSaved()
     QVERIFY(survives(scene));
 }
 
-void tst_HostileDocuments::brokenPicturesAreEmpty()
+void TestHostileDocuments::brokenPicturesAreEmpty()
 {
     Board scene;
     QVERIFY(openDocument(scene, documentBytes(u"hostile/pictures"_s)));
@@ -127,7 +127,7 @@ void tst_HostileDocuments::brokenPicturesAreEmpty()
         QVERIFY2(line.startsWith("image 0x0 at "_L1), qPrintable(line));
 }
 
-void tst_HostileDocuments::coordinatesOfEverySizeAreShown_data()
+void TestHostileDocuments::coordinatesOfEverySizeAreShown_data()
 {
     QTest::addColumn<QByteArray>("exponent");
     for (int exponent = 2; exponent <= 308; exponent += exponent < 40 ? 1 : 17) {
@@ -139,7 +139,7 @@ void tst_HostileDocuments::coordinatesOfEverySizeAreShown_data()
     }
 }
 
-void tst_HostileDocuments::coordinatesOfEverySizeAreShown()
+void TestHostileDocuments::coordinatesOfEverySizeAreShown()
 {
     QFETCH(QByteArray, exponent);
     QByteArray elements = R"(
@@ -157,7 +157,7 @@ void tst_HostileDocuments::coordinatesOfEverySizeAreShown()
     QVERIFY(survives(scene));
 }
 
-void tst_HostileDocuments::oddTextsComeBackFromTheFile()
+void TestHostileDocuments::oddTextsComeBackFromTheFile()
 {
     Board scene;
     QVERIFY(openDocument(scene, documentBytes(u"hostile/texts"_s)));
@@ -172,7 +172,7 @@ void tst_HostileDocuments::oddTextsComeBackFromTheFile()
     QCOMPARE(before.filter(u"note '<b onclick=\"x\">no es HTML</b><img src="_s).size(), 1);
 }
 
-void tst_HostileDocuments::nestingWithoutEndIsNoDocument()
+void TestHostileDocuments::nestingWithoutEndIsNoDocument()
 {
     constexpr int depth = 100000;
     Board scene;
@@ -181,7 +181,7 @@ void tst_HostileDocuments::nestingWithoutEndIsNoDocument()
     QVERIFY(!openDocument(scene, QByteArray(R"({"items": )").repeated(depth)));
 }
 
-void tst_HostileDocuments::deepNestingInWhatIsIgnoredIsIgnored()
+void TestHostileDocuments::deepNestingInWhatIsIgnoredIsIgnored()
 {
     constexpr int depth = 500;
     const QByteArray nest = QByteArray(depth, '[') + QByteArray(depth, ']');
@@ -192,7 +192,7 @@ void tst_HostileDocuments::deepNestingInWhatIsIgnoredIsIgnored()
     QCOMPARE(toldOf(scene), QStringList(u"note 'aquí' coloured 0 at 0 0, level 1"_s));
 }
 
-void tst_HostileDocuments::anEnormousPathIsShown()
+void TestHostileDocuments::anEnormousPathIsShown()
 {
     constexpr int count = 50000;
     QByteArray points = R"({"x": 0, "y": 0, "type": 0})";
@@ -209,7 +209,7 @@ void tst_HostileDocuments::anEnormousPathIsShown()
     QVERIFY(survives(scene));
 }
 
-void tst_HostileDocuments::anEnormousTextIsShown()
+void TestHostileDocuments::anEnormousTextIsShown()
 {
     const QByteArray text = QByteArray("palabra ").repeated(20000);
     Board scene;
@@ -220,7 +220,7 @@ void tst_HostileDocuments::anEnormousTextIsShown()
     QVERIFY(survives(scene));
 }
 
-void tst_HostileDocuments::muchGarbageIsIgnored()
+void TestHostileDocuments::muchGarbageIsIgnored()
 {
     const QByteArray garbage =
         QByteArray(R"({}, [], 5, "postit", null, {"type": "?"}, {"x": 1}, true, -1e9, [{}], )")
@@ -230,5 +230,5 @@ void tst_HostileDocuments::muchGarbageIsIgnored()
     QCOMPARE(toldOf(scene), QStringList(u"note 'aquí' coloured 0 at 0 0, level 1"_s));
 }
 
-QTEST_MAIN(tst_HostileDocuments)
+QTEST_MAIN(TestHostileDocuments)
 #include "tst_hostiledocuments.moc"
