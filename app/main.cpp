@@ -1,4 +1,3 @@
-#include "app/lastwindowwatcher.h"
 #include "app/translation.h"
 #include "app/xr9a1.h"
 #include "home/mainwindow.h"
@@ -44,7 +43,6 @@ int main(int argc, char *argv[])
     QTranslator translator;
     installTranslation(translator, systemLanguages());
 
-    const LastWindowWatcher lastWindowWatcher;
     MainWindow window(nullptr);
     window.setFocusPolicy(Qt::NoFocus);
     window.show();

@@ -67,8 +67,10 @@ void BoardWindow::buildWindow()
 
 void BoardWindow::showEvent(QShowEvent *event)
 {
-    // On Windows a window that belongs to another has no button in the task bar and goes with it
-    // when that one is minimised; the board stands for itself while the home window is hidden.
+    // The board stands for itself while the home window is hidden. On Windows a window that belongs
+    // to another has no button in the task bar and goes with it when that one is minimised. And the
+    // toolkit does not end the program with a window that belongs to another: closed by the window
+    // manager, the board would leave an invisible program that keeps the next one from starting.
     windowHandle()->setTransientParent(nullptr);
     QMainWindow::showEvent(event);
 }

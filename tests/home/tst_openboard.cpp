@@ -3,6 +3,7 @@
 
 #include <QFileDialog>
 #include <QSignalSpy>
+#include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -41,6 +42,8 @@ private slots:
     // The two actions
     void newBoardShowsAnEmptyBoard();
     void newBoardAfterAnotherIsEmptyAgain();
+    void closingTheBoardThroughTheSystemEndsTheProgram_data();
+    void closingTheBoardThroughTheSystemEndsTheProgram();
     void theOpenDialogAsksForBoardFiles();
     void cancellingTheOpenDialogChangesNothing();
     void theChosenFileIsOpenedAndTheListLeftAlone();
@@ -176,6 +179,32 @@ void TestOpenBoard::newBoardAfterAnotherIsEmptyAgain()
     QCOMPARE(home->board(), first);
     QCOMPARE(home->boardName(), u"Pizarra1.vtrz"_s);
     QCOMPARE(home->boardItems(), 0);
+}
+
+void TestOpenBoard::closingTheBoardThroughTheSystemEndsTheProgram_data()
+{
+    QTest::addColumn<bool>("wanted");
+    QTest::newRow("as a rule") << true;
+    QTest::newRow("unless the program is to go on without a window") << false;
+}
+
+void TestOpenBoard::closingTheBoardThroughTheSystemEndsTheProgram()
+{
+    QFETCH(const bool, wanted);
+    constexpr int stillRunning = 1;
+    QGuiApplication::setQuitOnLastWindowClosed(wanted);
+    home->click(u"NewProject"_s);
+    QVERIFY(home->boardIsOpen());
+
+    QTimer::singleShot(0, home->board(), &QWidget::close);
+    QTimer::singleShot(wanted ? 5000 : 50, home->board(),
+                       [] { QCoreApplication::exit(stillRunning); });
+    const int code = QApplication::exec();
+    QGuiApplication::setQuitOnLastWindowClosed(true);
+
+    QCOMPARE(code, wanted ? 0 : stillRunning);
+    QVERIFY(!home->board()->isVisible());
+    QVERIFY(!home->window.isVisible());
 }
 
 void TestOpenBoard::theOpenDialogAsksForBoardFiles()
