@@ -70,6 +70,7 @@ continuar. Sus pizarras se conservan.$\r$\n$\r$\n$_CLICK"
 !insertmacro MUI_PAGE_COMPONENTS
 !define MUI_DIRECTORYPAGE_TEXT_TOP "${NAME} se instalará en esta carpeta. Para elegir otra, \
 presione Examinar. $_CLICK"
+!define MUI_DIRECTORYPAGE_TEXT_DESTINATION "Carpeta de destino"
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
 !define MUI_FINISHPAGE_TITLE "${NAME} está instalado"
@@ -82,10 +83,14 @@ Configuración > Aplicaciones. Sus pizarras se conservan también entonces."
 
 !define MUI_UNCONFIRMPAGE_TEXT_TOP "${NAME} se quitará de esta computadora. Sus pizarras, en \
 Documents\OrvanePlumara, se conservan. $_CLICK"
+!define MUI_UNCONFIRMPAGE_TEXT_LOCATION "Carpeta:"
 !insertmacro MUI_UNPAGE_CONFIRM
+!define MUI_INSTFILESPAGE_FINISHHEADER_TEXT "Desinstalación finalizada"
 !insertmacro MUI_UNPAGE_INSTFILES
 
 !insertmacro MUI_LANGUAGE "SpanishInternational"
+# The language's own have no blank before the figure.
+SpaceTexts "Espacio requerido: " "Espacio disponible: "
 
 # 2058: Spanish (Mexico), as in the program
 VIProductVersion "${VERSION}.0"
