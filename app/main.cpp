@@ -1,32 +1,13 @@
+#include "app/runninginstance.h"
 #include "app/translation.h"
 #include "app/xr9a1.h"
 #include "home/mainwindow.h"
 
 #include <QApplication>
-#include <QSharedMemory>
 #include <QStyleFactory>
 #include <QTranslator>
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-/// Asks the windows of the program to come to the front and to draw attention. A second instance
-/// has no window of its own, and none of another process can be reached, so nothing happens today;
-/// the call stands for the day when there is a way over.
-void notifyRunningInstance()
-{
-    QSharedMemory segment(Xr9A1::key());
-    if (!segment.attach(QSharedMemory::ReadWrite))
-        return;
-    if (auto *const window = QApplication::activeWindow()) {
-        QMetaObject::invokeMethod(window, "restoreWindow", Qt::QueuedConnection);
-        QMetaObject::invokeMethod(window, "flashTaskbarIcon", Qt::QueuedConnection);
-    }
-    segment.detach();
-}
-
-} // namespace
 
 int main(int argc, char *argv[])
 {
@@ -41,7 +22,8 @@ int main(int argc, char *argv[])
     }
 
     QTranslator translator;
-    installTranslation(translator, systemLanguages());
+    const QStringList languages = systemLanguages();
+    installTranslation(translator, languages);
 
     MainWindow window(nullptr);
     window.setFocusPolicy(Qt::NoFocus);
