@@ -64,6 +64,8 @@ void TestTranslation::withoutATranslationNothingIsInstalled_data()
     QTest::addColumn<QStringList>("languages");
     QTest::newRow("no language") << QStringList();
     QTest::newRow("others") << QStringList{u"fr-FR"_s, u"en-US"_s};
+    // Only a longer name falls back to a shorter one: "es_ES" to "es", not to "es_MX".
+    QTest::newRow("another Spanish") << QStringList{u"es-ES"_s, u"es"_s};
     QTest::newRow("no tag at all") << QStringList{u""_s, u"C"_s};
 }
 

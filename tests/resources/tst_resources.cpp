@@ -33,6 +33,7 @@ private slots:
     void everySizeOfTheIconShowsSomething();
     void fontIsMontserrat();
     void styleSheetSetsTheFont();
+    void theOnlyTranslationIsMexican();
 
 private:
     /// The pictures of resources/art/sizes.txt and the sizes that it gives them.
@@ -264,6 +265,11 @@ void TestResources::styleSheetSetsTheFont()
     QVERIFY(sheet.open(QIODevice::ReadOnly));
 
     QVERIFY(sheet.readAll().contains("font-family: Montserrat;"));
+}
+
+void TestResources::theOnlyTranslationIsMexican()
+{
+    QCOMPARE(QDir(u":/i18n"_s).entryList(), QStringList{u"Plumara_es_MX.qm"_s});
 }
 
 QTEST_MAIN(TestResources)
