@@ -91,7 +91,9 @@ void BoardWindow::setImageMode()
     const QString path = QFileDialog::getOpenFileName(this, u"Seleccionar imagen"_s, QString(),
                                                       u"Imágenes (*.png *.jpg *.jpeg)"_s);
     if (!path.isEmpty()) {
-        const QPixmap pixmap(path);
+        QPixmap pixmap(path);
+        // A name that ends in "@2x" would have the toolkit show the picture at half its size.
+        pixmap.setDevicePixelRatio(1.0);
         if (pixmap.isNull())
             warn(u"No se pudo cargar la imagen seleccionada."_s);
         else

@@ -42,6 +42,7 @@ private slots:
     void insertingEndsTheMode();
     void insertingMarksASavedBoard();
     void theHistoryGetsThePictureFromTheScene();
+    void thePictureIsRecordedWhenTheSceneTells();
     void cancellingChangesNothing();
     void anUnreadablePictureIsAnsweredWithAWarning_data();
     void anUnreadablePictureIsAnsweredWithAWarning();
@@ -87,6 +88,9 @@ void TestImageInsertion::thePictureComesWithItsFullSizeIntoTheMiddle_data()
     QTest::newRow("one pixel") << u"a.png"_s << QSize(1, 1) << QPointF(960, 540);
     QTest::newRow("JPEG") << u"a.jpg"_s << QSize(641, 480) << QPointF(640, 300);
     QTest::newRow("JPEG, long ending") << u"a.jpeg"_s << QSize(640, 481) << QPointF(640, 300);
+    // Elsewhere such an ending stands for finer pixels; here a picture's pixels are the board's.
+    QTest::newRow("twice as fine by name") << u"a@2x.png"_s << QSize(200, 100) << QPointF(860, 490);
+    QTest::newRow("thrice as fine by name") << u"a@3x.jpg"_s << QSize(90, 60) << QPointF(915, 510);
     QTest::newRow("larger than the board") << u"a.png"_s << QSize(2001, 1201) << QPointF(-40, -60);
 }
 
@@ -104,6 +108,7 @@ void TestImageInsertion::thePictureComesWithItsFullSizeIntoTheMiddle()
     const auto *const image = board.only<ResizablePixmapItem>();
     QVERIFY(image);
     QCOMPARE(image->pixmap().size(), size);
+    QCOMPARE(image->pixmap().deviceIndependentSize(), QSizeF(size));
     QTEST(image->pos(), "place");
     QCOMPARE(image->zValue(), 0.0);
     QVERIFY(!image->parentItem());
@@ -178,6 +183,22 @@ void TestImageInsertion::theHistoryGetsThePictureFromTheScene()
     QCOMPARE(board.count(), 0);
     board.window.redoMode();
     QCOMPARE(board.only<ResizablePixmapItem>()->pos(), QPointF(810, 440));
+}
+
+void TestImageInsertion::thePictureIsRecordedWhenTheSceneTells()
+{
+    const ScratchHome home;
+    const QString path = writePicture(home.path(u"a.png"_s), {300, 200});
+    ShownBoard board;
+    board.window.captureSnapshot();
+    const FileDialogAnswer answer(path);
+    board.window.setImageMode();
+
+    board.window.undoMode();
+    QCOMPARE(board.count(), 1);
+    board.settle();
+    board.window.undoMode();
+    QCOMPARE(board.count(), 0);
 }
 
 void TestImageInsertion::cancellingChangesNothing()
