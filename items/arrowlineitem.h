@@ -21,7 +21,8 @@ public:
     ArrowLineItem(const QPointF &start, const QPointF &end, QGraphicsItem *parent = nullptr);
 
     void setColor(const QColor &color);
-    /// \a width is in whole scene units.
+    /// \a width is in whole scene units. One that no pen can have, below 0 or above 32767, leaves
+    /// the width as it is; the toolkit then warns on the error output.
     void setWidth(int width);
 
     /// How far the head may reach outside the bounding rectangle, in scene units.

@@ -18,7 +18,8 @@ public:
     explicit FreeDrawItem(QGraphicsItem *parent = nullptr);
 
     void setColor(const QColor &color);
-    /// \a width is in whole scene units.
+    /// \a width is in whole scene units. One that no pen can have, below 0 or above 32767, leaves
+    /// the width as it is; the toolkit then warns on the error output.
     void setWidth(int width);
     void setPath(const QPainterPath &path);
 

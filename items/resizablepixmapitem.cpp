@@ -62,12 +62,12 @@ ResizablePixmapItem::ResizablePixmapItem(const QPixmap &pixmap)
     setAcceptHoverEvents(true);
 }
 
-QRectF ResizablePixmapItem::handleRect(int number) const
+QRectF ResizablePixmapItem::handleRect(int handle) const
 {
     QPointF center;
-    if (const auto *handle = findHandle(number)) {
+    if (const auto *place = findHandle(handle)) {
         const QRectF image = QGraphicsPixmapItem::boundingRect();
-        center = {image.x() + handle->x * image.width(), image.y() + handle->y * image.height()};
+        center = {image.x() + place->x * image.width(), image.y() + place->y * image.height()};
     }
     return {center.x() - handleReach, center.y() - handleReach, handleSide, handleSide};
 }

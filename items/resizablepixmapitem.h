@@ -19,7 +19,7 @@ public:
 
     /// The square of a handle in item coordinates. Handles are numbered 1 to 8, clockwise from
     /// the top-left corner; any other number gives a square around the origin.
-    QRectF handleRect(int number) const;
+    QRectF handleRect(int handle) const;
     /// The lowest-numbered handle whose square contains \a itemPos, or 0.
     int handleAt(const QPointF &itemPos) const;
     /// Scales the image for a pointer that went from the press on the active handle to
@@ -35,7 +35,8 @@ public:
                QWidget *widget = nullptr) override;
 
 signals:
-    /// Emitted once for each change of position; resizing emits nothing.
+    /// Emitted once for each change of position, transform, rotation or scale; resizing emits
+    /// nothing.
     void itemModified();
 
 protected:

@@ -1,7 +1,8 @@
 #include "items/arrowlineitem.h"
 
-#include "tests/support/itemcanvas.h"
+#include "tests/support/arrowoncanvas.h"
 #include "tests/support/menuanswer.h"
+#include "tests/support/roundpen.h"
 
 #include <QPointer>
 #include <QSignalSpy>
@@ -28,30 +29,18 @@ private slots:
 
 namespace {
 
-constexpr QPointF onLine{150, 100};
-
-struct ArrowOnCanvas
+/// Right-clicks the arrow; the menu must be answered by a MenuAnswer.
+void askForMenu(ArrowOnCanvas &on)
 {
-    ItemCanvas canvas;
-    ArrowLineItem *arrow = canvas.add(new ArrowLineItem({100, 100}, {300, 100}));
+    on.canvas.pointer.click(on.onLine, Qt::RightButton);
+}
 
-    /// Right-clicks the arrow; the menu must be answered by a MenuAnswer.
-    void askForMenu() { canvas.pointer.click(onLine, Qt::RightButton); }
-
-    /// Chooses the entry \a label and tells whether the menu came.
-    bool choose(const QString &label)
-    {
-        const MenuAnswer menu(label);
-        askForMenu();
-        return menu.seen();
-    }
-
-    QPen pen() const { return arrow->QGraphicsLineItem::pen(); }
-};
-
-QPen roundPen(const QColor &color, qreal width)
+/// Chooses the entry \a label of the arrow's menu and tells whether the menu came.
+bool choose(ArrowOnCanvas &on, const QString &label)
 {
-    return {QBrush(color), width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
+    const MenuAnswer menu(label);
+    askForMenu(on);
+    return menu.seen();
 }
 
 } // namespace
@@ -61,7 +50,7 @@ void TestArrowLineMenu::listsColorsThenWidths()
     ArrowOnCanvas on;
     QVERIFY(on.canvas.show());
     const MenuAnswer menu;
-    on.askForMenu();
+    askForMenu(on);
     QCOMPARE(menu.texts(),
              QStringList({u"Negro"_s, u"Rojo"_s, u"Azul"_s, u"Verde"_s, u"---"_s, u"Delgado"_s,
                           u"Medio"_s, u"Grueso"_s}));
@@ -72,7 +61,7 @@ void TestArrowLineMenu::marksNothing()
     ArrowOnCanvas on;
     QVERIFY(on.canvas.show());
     const MenuAnswer menu;
-    on.askForMenu();
+    askForMenu(on);
     QCOMPARE(menu.entries().size(), 8);
     for (const auto &entry : menu.entries())
         QCOMPARE(entry, (MenuEntry{entry.text, entry.separator}));
@@ -83,8 +72,8 @@ void TestArrowLineMenu::opensWhereTheMouseIs()
     ArrowOnCanvas on;
     QVERIFY(on.canvas.show());
     const MenuAnswer menu;
-    on.askForMenu();
-    QCOMPARE(menu.place(), on.canvas.window.mapToGlobal(on.canvas.pointer.windowPoint(onLine)));
+    askForMenu(on);
+    QCOMPARE(menu.place(), on.canvas.window.mapToGlobal(on.canvas.pointer.windowPoint(on.onLine)));
 }
 
 void TestArrowLineMenu::choosingAnEntryChangesThePen_data()
@@ -111,8 +100,8 @@ void TestArrowLineMenu::choosingAnEntryChangesThePen()
     QVERIFY(on.canvas.show());
     const QSignalSpy modified(on.arrow, &ArrowLineItem::itemModified);
 
-    QVERIFY(on.choose(label));
-    QCOMPARE(on.pen(), pen);
+    QVERIFY(choose(on, label));
+    QCOMPARE(penOf(*on.arrow), pen);
     QCOMPARE(modified.count(), 0);
 }
 
@@ -120,9 +109,9 @@ void TestArrowLineMenu::colorAndWidthAddUp()
 {
     ArrowOnCanvas on;
     QVERIFY(on.canvas.show());
-    QVERIFY(on.choose(u"Verde"_s));
-    QVERIFY(on.choose(u"Grueso"_s));
-    QCOMPARE(on.pen(), roundPen(Qt::darkGreen, 9));
+    QVERIFY(choose(on, u"Verde"_s));
+    QVERIFY(choose(on, u"Grueso"_s));
+    QCOMPARE(penOf(*on.arrow), roundPen(Qt::darkGreen, 9));
 }
 
 void TestArrowLineMenu::aPenFromElsewhereIsReplaced()
@@ -130,8 +119,8 @@ void TestArrowLineMenu::aPenFromElsewhereIsReplaced()
     ArrowOnCanvas on;
     on.arrow->setPen(QPen(Qt::red, 5));
     QVERIFY(on.canvas.show());
-    QVERIFY(on.choose(u"Azul"_s));
-    QCOMPARE(on.pen(), roundPen(Qt::blue, 2));
+    QVERIFY(choose(on, u"Azul"_s));
+    QCOMPARE(penOf(*on.arrow), roundPen(Qt::blue, 2));
 }
 
 void TestArrowLineMenu::escapeChangesNothing()
@@ -139,8 +128,8 @@ void TestArrowLineMenu::escapeChangesNothing()
     ArrowOnCanvas on;
     on.arrow->setPen(QPen(Qt::red, 5));
     QVERIFY(on.canvas.show());
-    QVERIFY(on.choose({}));
-    QCOMPARE(on.pen(), QPen(Qt::red, 5));
+    QVERIFY(choose(on, {}));
+    QCOMPARE(penOf(*on.arrow), QPen(Qt::red, 5));
 }
 
 void TestArrowLineMenu::theArrowMayGoWhileTheMenuIsOpen()
@@ -149,7 +138,7 @@ void TestArrowLineMenu::theArrowMayGoWhileTheMenuIsOpen()
     QVERIFY(on.canvas.show());
     const QPointer<ArrowLineItem> arrow(on.arrow);
     const MenuAnswer menu(u"Rojo"_s, [&] { on.canvas.scene.clear(); });
-    on.askForMenu();
+    askForMenu(on);
     QVERIFY(menu.seen());
     QVERIFY(arrow.isNull());
 }

@@ -3,6 +3,7 @@
 #include "items/stickynoteitem.h"
 #include "tests/support/itemcanvas.h"
 #include "tests/support/itemfacts.h"
+#include "tests/support/roundpen.h"
 
 #include <QGraphicsRectItem>
 #include <QPainterPath>
@@ -67,7 +68,7 @@ void TestFreeDrawItem::startsBlackTwoWideAndRound()
 {
     const FreeDrawItem stroke;
     const QPen pen = stroke.QGraphicsPathItem::pen();
-    QCOMPARE(pen, QPen(QBrush(Qt::black), 2.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    QCOMPARE(pen, roundPen(Qt::black, 2.0));
     QCOMPARE(stroke.color(), QColor(Qt::black));
 }
 
@@ -123,8 +124,7 @@ void TestFreeDrawItem::colorAndWidthChangeNothingElseOfThePen()
     stroke.setColor(QColor(1, 2, 3, 4));
     stroke.setWidth(7);
     const QPen pen = stroke.QGraphicsPathItem::pen();
-    QCOMPARE(pen,
-             QPen(QBrush(QColor(1, 2, 3, 4)), 7.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    QCOMPARE(pen, roundPen(QColor(1, 2, 3, 4), 7.0));
     QCOMPARE(stroke.color(), QColor(1, 2, 3, 4));
 }
 

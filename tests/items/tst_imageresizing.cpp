@@ -28,6 +28,7 @@ private slots:
     void resizingLeavesTheSelectionAlone();
     void clickingAHandleLeavesTheSelectionAlone();
     void theHandleIsLetGoOnRelease();
+    void aPressOffTheHandlesLetsTheHandleGo();
     void anUnselectedImageIsSelectedAndMovedByItsCorner();
     void theHalfOfAHandleOutsideThePictureIsNotHit();
     void anyButtonResizes();
@@ -254,6 +255,24 @@ void TestImageResizing::theHandleIsLetGoOnRelease()
     // Without a handle the size stays as it was at the last press on one.
     on.image->resizeTo({0, 0});
     QCOMPARE(on.image->pixmap().size(), QSize(201, 201));
+}
+
+void TestImageResizing::aPressOffTheHandlesLetsTheHandleGo()
+{
+    ImageOnCanvas on;
+    QVERIFY(on.showSelected());
+    const QPointF start = on.onHandle(2);
+    const QPointF inside = start + QPointF(0, 80);
+    on.canvas.pointer.press(start);
+    on.canvas.pointer.move(inside);
+    QCOMPARE(on.image->pixmap().size(), QSize(201 - 80, 201 - 80));
+    QCOMPARE(on.image->handleAt(on.image->mapFromScene(inside)), 0);
+
+    on.canvas.pointer.press(inside, Qt::MiddleButton);
+    on.canvas.pointer.move(start + QPointF(0, 40));
+    QCOMPARE(on.image->pixmap().size(), QSize(201 - 80, 201 - 80));
+    on.canvas.pointer.release(start + QPointF(0, 40), Qt::MiddleButton);
+    on.canvas.pointer.release(start + QPointF(0, 40), Qt::LeftButton);
 }
 
 void TestImageResizing::anUnselectedImageIsSelectedAndMovedByItsCorner()

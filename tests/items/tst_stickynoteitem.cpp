@@ -44,6 +44,8 @@ private slots:
     void theMiddleButtonDragsToo();
     void nothingMovesAfterTheRelease();
     void releasingOneOfTwoButtonsEndsTheDrag();
+    void releasingTheOtherButtonEndsTheDragToo();
+    void aClickOnOneOfSeveralDeselectsTheOthers();
     void theRightButtonNeitherDragsNorSelects();
     void aRightPressEndsAtTheNote();
     void aRightPressIsAccepted();
@@ -74,7 +76,8 @@ QList<PaintedShape> paintedBy(StickyNoteItem &note)
 {
     PaintRecorder recorder;
     QPainter painter(&recorder);
-    const QStyleOptionGraphicsItem option;
+    QStyleOptionGraphicsItem option;
+    option.state.setFlag(QStyle::State_Selected, note.isSelected());
     note.paint(&painter, &option);
     painter.end();
     return recorder.shapes;
@@ -177,6 +180,7 @@ void TestStickyNoteItem::paintsOneRectangleWithoutAnOutline()
     ItemCanvas canvas;
     auto *const note = canvas.add(new StickyNoteItem);
     note->setSelected(true);
+    QVERIFY(note->isSelected());
 
     const auto shapes = paintedBy(*note);
     QCOMPARE(shapes.size(), 1);
@@ -293,6 +297,33 @@ void TestStickyNoteItem::releasingOneOfTwoButtonsEndsTheDrag()
     on.canvas.pointer.move(on.onPaper() + QPointF(30, 30));
     QCOMPARE(on.note->pos(), NoteOnCanvas::place);
     on.canvas.pointer.release(on.onPaper() + QPointF(30, 30), Qt::MiddleButton);
+}
+
+void TestStickyNoteItem::releasingTheOtherButtonEndsTheDragToo()
+{
+    NoteOnCanvas on;
+    QVERIFY(on.canvas.show());
+    on.canvas.pointer.press(on.onPaper(), Qt::LeftButton);
+    on.canvas.pointer.press(on.onPaper(), Qt::MiddleButton);
+    on.canvas.pointer.release(on.onPaper(), Qt::MiddleButton);
+    // The toolkit moves it on with the left button, so no step counts twice.
+    on.canvas.pointer.move(on.onPaper() + QPointF(10, 3));
+    QCOMPARE(on.note->pos(), NoteOnCanvas::place + QPointF(10, 3));
+    on.canvas.pointer.release(on.onPaper() + QPointF(10, 3), Qt::LeftButton);
+}
+
+void TestStickyNoteItem::aClickOnOneOfSeveralDeselectsTheOthers()
+{
+    NoteOnCanvas on;
+    auto *const other = on.canvas.add(new StickyNoteItem, {450, 100});
+    QVERIFY(on.canvas.show());
+    on.note->setSelected(true);
+    other->setSelected(true);
+    on.canvas.pointer.press(on.onPaper());
+    QVERIFY(other->isSelected());
+    on.canvas.pointer.release(on.onPaper());
+    QVERIFY(on.note->isSelected());
+    QVERIFY(!other->isSelected());
 }
 
 void TestStickyNoteItem::theRightButtonNeitherDragsNorSelects()
