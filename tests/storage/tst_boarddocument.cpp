@@ -17,6 +17,7 @@ private slots:
     void anEmptyBoardHasNoElements();
     void aNoteIsWritten();
     void aFreshNoteIsWrittenWithItsPlaceholder();
+    void halfACharacterIsWrittenAsAnEscape();
     void everyNoteColorIsWritten();
     void anUnknownNoteColorIsWrittenAsItIs();
     void aStrokeIsWrittenWithoutItsPlace();
@@ -29,6 +30,7 @@ private slots:
     void plainItemsCountByTheirKind();
 
     void anImageIsWrittenAsPng();
+    void pictureDataIsPaddedBase64InOneLine();
     void aResizedImageIsWrittenAsItShows();
     void anEmptyImageIsWrittenWithoutData();
 
@@ -112,6 +114,18 @@ void TestBoardDocument::aFreshNoteIsWrittenWithItsPlaceholder()
     QVERIFY(openDocument(reopened, bytesOf(scene)));
     QCOMPARE(toldOf(reopened),
              QStringList(u"note 'Agregar texto...' coloured 0 at 0 0, level 1"_s));
+}
+
+void TestBoardDocument::halfACharacterIsWrittenAsAnEscape()
+{
+    // What is left of an emoji when a text is cut to its longest length in the middle of it.
+    QGraphicsScene scene;
+    auto *const note = addNote(scene, u"fin"_s + QChar(0xD83D), 0, {});
+    QVERIFY(bytesOf(scene).contains(R"("text": "fin\ud83d")"));
+
+    QGraphicsScene reopened;
+    QVERIFY(openDocument(reopened, bytesOf(scene)));
+    QCOMPARE(toldOf(reopened), QStringList(told(note)));
 }
 
 void TestBoardDocument::everyNoteColorIsWritten()
@@ -210,10 +224,12 @@ void TestBoardDocument::theTopmostElementComesFirst()
 void TestBoardDocument::plainItemsCountByTheirKind()
 {
     QGraphicsScene plain;
+    plain.addPixmap(motley(4, 3))->setPos(5, 6);
     plain.addLine(1, 2, 3, 4, QPen(Qt::red, 5));
     plain.addPath(twoPoints({1, 2}, {3, 4}), QPen(Qt::blue, 3));
 
     QGraphicsScene board;
+    add(board, new ResizablePixmapItem(motley(4, 3)), {5, 6});
     auto *const arrow = add(board, new ArrowLineItem({1, 2}, {3, 4}));
     arrow->setColor(Qt::red);
     arrow->setWidth(5);
@@ -246,6 +262,21 @@ void TestBoardDocument::anImageIsWrittenAsPng()
     QVERIFY(openDocument(reopened, golden));
     QCOMPARE(toldOf(reopened), QStringList(u"image 2x2 at 12.5 -7, level 0"_s));
     QCOMPARE(pictureIn(firstElement(reopened)).convertToFormat(QImage::Format_ARGB32), picture);
+}
+
+void TestBoardDocument::pictureDataIsPaddedBase64InOneLine()
+{
+    // Pictures of several sizes, as not every length of data needs padding.
+    QByteArray all;
+    for (int side = 1; side <= 20; ++side) {
+        QGraphicsScene scene;
+        add(scene, new ResizablePixmapItem(motley(side, side)));
+        const auto data = firstElement(scene).value("imageData"_L1).toString().toLatin1();
+        QCOMPARE(data, QByteArray::fromBase64(data).toBase64());
+        all += data;
+    }
+    for (const char letter : {'+', '/', '='})
+        QVERIFY(all.contains(letter));
 }
 
 void TestBoardDocument::aResizedImageIsWrittenAsItShows()

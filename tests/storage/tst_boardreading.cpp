@@ -1,7 +1,10 @@
 #include "storage/boarddocument.h"
 
 #include "tests/support/boarddocuments.h"
+#include "tests/support/roundpen.h"
 
+#include <QBuffer>
+#include <QImage>
 #include <QTest>
 
 #include <limits>
@@ -46,6 +49,17 @@ const QString invalidPen = u"invalid wide 0"_s;
 QByteArray filled(QByteArray json, const QByteArray &value)
 {
     return json.replace("@", value);
+}
+
+/// A small picture as a file of \a format, in Base64.
+QByteArray pictureAs(const char *format)
+{
+    QImage picture(2, 2, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    picture.save(&buffer, format);
+    return bytes.toBase64();
 }
 
 template <typename Item> std::unique_ptr<Item> read(const QByteArray &json)
@@ -270,6 +284,11 @@ void TestBoardReading::pictureDataIsTakenAsItComes_data()
     QTest::newRow("Base64 of a text") << "UGl6YXJyYQ=="_ba << QSize(0, 0);
     QTest::newRow("the signature alone") << "iVBORw0KGgo="_ba << QSize(0, 0);
     QTest::newRow("an address") << "data:image/png;base64," + png << QSize(0, 0);
+    for (const char *const format : {"JPG", "BMP"}) {
+        const QByteArray foreign = pictureAs(format);
+        QVERIFY(!foreign.isEmpty());
+        QTest::addRow("a picture as %s", format) << foreign << QSize(0, 0);
+    }
 }
 
 void TestBoardReading::pictureDataIsTakenAsItComes()
@@ -328,8 +347,7 @@ void TestBoardReading::aStrokeKeepsItsRoundPen()
     const auto stroke =
         read<FreeDrawItem>(R"({"type": "freedraw", "penColor": "red", "penWidth": 5})");
     QVERIFY(stroke);
-    QCOMPARE(stroke->QGraphicsPathItem::pen(),
-             QPen(QBrush(Qt::red), 5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    QCOMPARE(stroke->QGraphicsPathItem::pen(), roundPen(Qt::red, 5));
 }
 
 void TestBoardReading::anArrowHasAPlainPen()
@@ -345,8 +363,7 @@ void TestBoardReading::aChangedArrowStartsFromTheDefaultPen()
     const auto arrow = read<ArrowLineItem>(R"({"type": "arrow", "color": "red", "width": 5})");
     QVERIFY(arrow);
     arrow->setWidth(9);
-    QCOMPARE(arrow->QGraphicsLineItem::pen(),
-             QPen(QBrush(Qt::black), 9, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    QCOMPARE(arrow->QGraphicsLineItem::pen(), roundPen(Qt::black, 9));
 }
 
 void TestBoardReading::anItemBelongsToNobodyYet()
