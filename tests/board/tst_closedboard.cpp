@@ -2,6 +2,7 @@
 #include "tests/support/boardathome.h"
 #include "tests/support/filedialoganswer.h"
 #include "tests/support/messagebox.h"
+#include "tests/support/presentation.h"
 
 #include <QTest>
 
@@ -19,6 +20,7 @@ private slots:
     void theNextBoardStartsEmpty();
     void theHistoryIsKept();
     void theModeIsKept();
+    void aPresentationIsKept();
     void theFrameClosesWithoutAQuestion();
     void aBoardWithoutAHomeWindowClosesToo();
 };
@@ -116,6 +118,22 @@ void TestClosedBoard::theModeIsKept()
     at.board.pointer.drag({{500, 300}, {600, 400}});
 
     QVERIFY(at.board.only<FreeDrawItem>());
+}
+
+void TestClosedBoard::aPresentationIsKept()
+{
+    BoardAtHome at;
+    enterPresentation(at.board);
+    at.close();
+    QVERIFY(at.closed());
+
+    // A presentation ends with Esc alone: the next board is presented too, and can be left.
+    at.board.window.show();
+    QVERIFY(presents(at.board));
+    pressKey(at.board, Qt::Key_Escape);
+
+    QVERIFY(!presents(at.board));
+    QCOMPARE(at.board.window.size(), QSize(1200, 700));
 }
 
 void TestClosedBoard::theFrameClosesWithoutAQuestion()
