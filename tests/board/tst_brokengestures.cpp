@@ -1,13 +1,12 @@
 #include "home/mainwindow.h"
 #include "items/arrowlineitem.h"
-#include "items/freedrawitem.h"
 #include "tests/support/boardfiles.h"
 #include "tests/support/filedialoganswer.h"
 #include "tests/support/messagebox.h"
+#include "tests/support/presentation.h"
 #include "tests/support/scratchhome.h"
-#include "tests/support/shownboard.h"
+#include "tests/support/strokes.h"
 
-#include <QComboBox>
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
@@ -16,14 +15,6 @@ using namespace Qt::Literals::StringLiterals;
 // crashes and the rest of the window gets the mouse back.
 
 namespace {
-
-QPainterPath pathThrough(const QList<QPointF> &points)
-{
-    QPainterPath path(points.constFirst());
-    for (const auto &point : points.sliced(1))
-        path.lineTo(point);
-    return path;
-}
 
 /// Starts a gesture with the tool of that button, from (500, 300) to (520, 310).
 void begin(ShownBoard &board, const char *button)
@@ -304,7 +295,7 @@ void TestBrokenGestures::theImageDialogInterruptsAStroke()
 void TestBrokenGestures::leavingAPresentationInterruptsAStroke()
 {
     ShownBoard board;
-    board.find<QComboBox>("Presentar")->setCurrentIndex(0);
+    enterPresentation(board);
     begin(board, "ModoLapiz");
     QVERIFY(board.only<FreeDrawItem>());
 

@@ -1,6 +1,6 @@
-#include "items/freedrawitem.h"
 #include "items/stickynoteitem.h"
 #include "tests/support/shownboard.h"
+#include "tests/support/strokes.h"
 
 #include <QPen>
 #include <QSignalSpy>
@@ -13,14 +13,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QString cursorTitle = u"Orvane Plumara - Modo Pizarra"_s;
-
-QPainterPath pathThrough(const QList<QPointF> &points)
-{
-    QPainterPath path(points.constFirst());
-    for (const auto &point : points.sliced(1))
-        path.lineTo(point);
-    return path;
-}
 
 } // namespace
 

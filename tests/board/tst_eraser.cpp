@@ -1,10 +1,10 @@
 #include "items/arrowlineitem.h"
-#include "items/freedrawitem.h"
 #include "items/resizablepixmapitem.h"
 #include "items/stickynoteitem.h"
 #include "tests/support/boardfiles.h"
 #include "tests/support/scratchhome.h"
 #include "tests/support/shownboard.h"
+#include "tests/support/strokes.h"
 
 #include <QTest>
 
@@ -14,15 +14,22 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-FreeDrawItem *addStroke(ShownBoard &board, QPointF from, QPointF to)
+/// A picture that tells when it is deleted.
+class MortalPixmap : public QGraphicsPixmapItem
 {
-    QPainterPath path(from);
-    path.lineTo(to);
-    auto *const stroke = new FreeDrawItem;
-    stroke->setPath(path);
-    board.scene.addItem(stroke);
-    return stroke;
-}
+public:
+    MortalPixmap(const QString &name, QStringList &deaths)
+        : QGraphicsPixmapItem(QPixmap(100, 100))
+        , itsName(name)
+        , deleted(deaths)
+    { }
+    ~MortalPixmap() override { deleted << itsName; }
+    Q_DISABLE_COPY_MOVE(MortalPixmap)
+
+private:
+    QString itsName;
+    QStringList &deleted;
+};
 
 } // namespace
 
@@ -35,6 +42,8 @@ private slots:
     void aClickErasesTheStrokeUnderIt();
     void aClickErasesEverythingUnderIt();
     void aClickOnEmptyCanvasErasesNothing();
+    void theEraserGoesByTheShapeOfAStroke();
+    void theTopmostIsErasedFirst();
     void anyClickEndsTheMode();
     void aDragErasesEveryKindOfItemItTouches();
     void aDragLeavesOtherItemsAlone();
@@ -55,7 +64,7 @@ private slots:
 void TestEraser::aPressErasesNothingYet()
 {
     ShownBoard board;
-    addStroke(board, {500, 300}, {600, 300});
+    addStroke(board.scene, {{500, 300}, {600, 300}});
     board.click("ModoBorrador");
 
     board.pointer.press({550, 300});
@@ -67,8 +76,8 @@ void TestEraser::aPressErasesNothingYet()
 void TestEraser::aClickErasesTheStrokeUnderIt()
 {
     ShownBoard board;
-    addStroke(board, {500, 300}, {600, 300});
-    auto *const other = addStroke(board, {500, 400}, {600, 400});
+    addStroke(board.scene, {{500, 300}, {600, 300}});
+    auto *const other = addStroke(board.scene, {{500, 400}, {600, 400}});
     board.click("ModoBorrador");
 
     board.pointer.click({550, 300});
@@ -79,8 +88,8 @@ void TestEraser::aClickErasesTheStrokeUnderIt()
 void TestEraser::aClickErasesEverythingUnderIt()
 {
     ShownBoard board;
-    addStroke(board, {500, 300}, {600, 300});
-    addStroke(board, {550, 250}, {550, 350});
+    addStroke(board.scene, {{500, 300}, {600, 300}});
+    addStroke(board.scene, {{550, 250}, {550, 350}});
     // An arrow that takes no mouse buttons lets the press through like a stroke.
     auto *const arrow = new ArrowLineItem({500, 250}, {600, 350});
     arrow->setAcceptedMouseButtons(Qt::NoButton);
@@ -95,12 +104,39 @@ void TestEraser::aClickErasesEverythingUnderIt()
 void TestEraser::aClickOnEmptyCanvasErasesNothing()
 {
     ShownBoard board;
-    addStroke(board, {500, 300}, {600, 300});
+    addStroke(board.scene, {{500, 300}, {600, 300}});
     board.click("ModoBorrador");
 
     board.pointer.click({550, 320});
 
     QCOMPARE(board.count(), 1);
+}
+
+void TestEraser::theEraserGoesByTheShapeOfAStroke()
+{
+    ShownBoard board;
+    addStroke(board.scene, {{500, 300}, {600, 400}});
+
+    // Inside of its bounding rectangle, but off the stroke itself.
+    board.click("ModoBorrador");
+    board.pointer.click({590, 310});
+    board.click("ModoBorrador");
+    board.quickDrag({570, 302}, {598, 330});
+
+    QCOMPARE(board.count(), 1);
+}
+
+void TestEraser::theTopmostIsErasedFirst()
+{
+    ShownBoard board;
+    QStringList deaths;
+    for (const auto &name : {u"low"_s, u"mid"_s, u"top"_s})
+        board.scene.addItem(new MortalPixmap(name, deaths));
+    board.click("ModoBorrador");
+
+    board.quickDrag({20, 20}, {60, 60});
+
+    QCOMPARE(deaths, QStringList({u"top"_s, u"mid"_s, u"low"_s}));
 }
 
 void TestEraser::anyClickEndsTheMode()
@@ -127,8 +163,8 @@ void TestEraser::aDragErasesEveryKindOfItemItTouches()
     image->setPos(720, 250);
     board.scene.addItem(image);
     board.scene.addPixmap(pixmap)->setPos(780, 250);
-    addStroke(board, {850, 250}, {900, 300});
-    auto *const outside = addStroke(board, {100, 550}, {200, 600});
+    addStroke(board.scene, {{850, 250}, {900, 300}});
+    auto *const outside = addStroke(board.scene, {{100, 550}, {200, 600}});
     board.click("ModoBorrador");
 
     board.pointer.drag({{100, 150}, {950, 350}});
@@ -152,8 +188,8 @@ void TestEraser::aDragLeavesOtherItemsAlone()
 void TestEraser::aDragErasesWhileItMoves()
 {
     ShownBoard board;
-    addStroke(board, {300, 300}, {350, 350});
-    addStroke(board, {500, 300}, {550, 350});
+    addStroke(board.scene, {{300, 300}, {350, 350}});
+    addStroke(board.scene, {{500, 300}, {550, 350}});
     board.click("ModoBorrador");
     board.pointer.press({200, 200});
 
@@ -167,7 +203,7 @@ void TestEraser::aDragErasesWhileItMoves()
 void TestEraser::whatADragHasErasedStaysErased()
 {
     ShownBoard board;
-    addStroke(board, {500, 300}, {550, 350});
+    addStroke(board.scene, {{500, 300}, {550, 350}});
     board.click("ModoBorrador");
 
     board.pointer.drag({{200, 200}, {520, 320}, {210, 210}});
@@ -190,10 +226,10 @@ void TestEraser::aDragUpOrLeftErasesWhatTheToolkitAnswers()
     QFETCH(const QPointF, to);
     ShownBoard board;
     // What lies in a rectangle of negative size is for the toolkit to say.
-    addStroke(board, {500, 300}, {600, 300});
-    addStroke(board, {450, 250}, {450, 350});
-    addStroke(board, {300, 200}, {320, 220});
-    addStroke(board, {700, 500}, {720, 520});
+    addStroke(board.scene, {{500, 300}, {600, 300}});
+    addStroke(board.scene, {{450, 250}, {450, 350}});
+    addStroke(board.scene, {{300, 200}, {320, 220}});
+    addStroke(board.scene, {{700, 500}, {720, 520}});
     const QRectF swept(from, QSizeF(to.x() - from.x(), to.y() - from.y()));
     QList<QGraphicsItem *> expected = board.scene.items();
     const auto answer = board.scene.items(swept, Qt::IntersectsItemShape, Qt::DescendingOrder);
@@ -210,7 +246,7 @@ void TestEraser::aDragUpOrLeftErasesWhatTheToolkitAnswers()
 void TestEraser::aDragAlongOneAxisErasesNothing()
 {
     ShownBoard board;
-    addStroke(board, {500, 250}, {500, 350});
+    addStroke(board.scene, {{500, 250}, {500, 350}});
     board.click("ModoBorrador");
 
     // A rectangle without height touches nothing.
@@ -222,7 +258,7 @@ void TestEraser::aDragAlongOneAxisErasesNothing()
 void TestEraser::aDragThatEndsWhereItBeganErasesThere()
 {
     ShownBoard board;
-    addStroke(board, {500, 250}, {500, 350});
+    addStroke(board.scene, {{500, 250}, {500, 350}});
     board.click("ModoBorrador");
     board.pointer.press({500, 300});
 
@@ -237,7 +273,7 @@ void TestEraser::aDragThatEndsWhereItBeganErasesThere()
 void TestEraser::aDragThatEndsElsewhereErasesNothingThere()
 {
     ShownBoard board;
-    addStroke(board, {500, 250}, {500, 350});
+    addStroke(board.scene, {{500, 250}, {500, 350}});
     board.click("ModoBorrador");
 
     board.pointer.drag({{400, 300}, {500, 300}});
@@ -249,7 +285,7 @@ void TestEraser::aDragThatEndsElsewhereErasesNothingThere()
 void TestEraser::movingWithoutTheLeftButtonErasesNothing()
 {
     ShownBoard board;
-    addStroke(board, {500, 300}, {600, 350});
+    addStroke(board.scene, {{500, 300}, {600, 350}});
     board.click("ModoBorrador");
     board.pointer.press({200, 200});
 
@@ -263,13 +299,13 @@ void TestEraser::movingWithoutTheLeftButtonErasesNothing()
 void TestEraser::aReleaseNeedsNoPressBefore()
 {
     ShownBoard board;
-    addStroke(board, {500, 300}, {600, 300});
+    addStroke(board.scene, {{500, 300}, {600, 300}});
     board.click("ModoBorrador");
     board.pointer.click({550, 400});
     board.click("ModoBorrador");
 
     // The place of the press before last counts still.
-    auto *const stroke = addStroke(board, {500, 400}, {600, 400});
+    auto *const stroke = addStroke(board.scene, {{500, 400}, {600, 400}});
     board.send(QEvent::MouseButtonRelease, {550, 300}, Qt::LeftButton, Qt::NoButton);
     QCOMPARE(board.count(), 2);
     QCOMPARE(board.window.windowTitle(), u"Orvane Plumara - Modo Pizarra"_s);
@@ -310,7 +346,7 @@ void TestEraser::erasingNothingMarksNothing()
 void TestEraser::aWholeDragIsOneStepOfTheHistory()
 {
     ShownBoard board;
-    addStroke(board, {300, 300}, {350, 350});
+    addStroke(board.scene, {{300, 300}, {350, 350}});
     board.scene.addItem(new ArrowLineItem({500, 300}, {550, 350}));
     board.window.captureSnapshot();
     board.click("ModoBorrador");

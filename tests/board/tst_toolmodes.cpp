@@ -1,9 +1,9 @@
 #include "items/arrowlineitem.h"
-#include "items/freedrawitem.h"
 #include "items/resizablepixmapitem.h"
 #include "items/stickynoteitem.h"
 #include "tests/support/filedialoganswer.h"
 #include "tests/support/shownboard.h"
+#include "tests/support/strokes.h"
 
 #include <QAbstractButton>
 #include <QMouseEvent>
@@ -52,7 +52,7 @@ QList<QByteArray> checkedButtons(const ShownBoard &board)
     return names;
 }
 
-/// Sends the view itself a mouse event and returns whether the window took it.
+/// Offers the window's filter a mouse event of the view and returns whether it took it.
 bool takes(ShownBoard &board, QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons buttons)
 {
     QMouseEvent event(type, QPointF(300, 300), QPointF(300, 300), button, buttons, {});
@@ -68,6 +68,7 @@ class TestToolModes : public QObject
 private slots:
     void aModeHasItsTitleCursorAndButton_data();
     void aModeHasItsTitleCursorAndButton();
+    void aModesCursorShowsAfterThatOfAnItem();
     void theImageModeLastsWhileItsDialogIsOpen();
     void choosingAModeAgainKeepsItsButtonPressed_data();
     void choosingAModeAgainKeepsItsButtonPressed();
@@ -117,6 +118,17 @@ void TestToolModes::aModeHasItsTitleCursorAndButton()
     QCOMPARE(board.window.windowTitle(), QString::fromUtf16(mode.title));
     QCOMPARE(board.view.cursor().shape(), mode.cursor);
     QCOMPARE(checkedButtons(board), QList<QByteArray>{mode.button});
+}
+
+void TestToolModes::aModesCursorShowsAfterThatOfAnItem()
+{
+    ShownBoard board;
+    // So does the view when the pointer comes onto an item with a cursor.
+    board.view.viewport()->setCursor(Qt::WaitCursor);
+
+    board.click("ModoLapiz");
+
+    QCOMPARE(board.view.viewport()->cursor().shape(), Qt::CrossCursor);
 }
 
 void TestToolModes::theImageModeLastsWhileItsDialogIsOpen()
@@ -197,11 +209,7 @@ void TestToolModes::rightButtonIsLeftAlone_data()
 void TestToolModes::rightButtonIsLeftAlone()
 {
     ShownBoard board;
-    auto *const stroke = new FreeDrawItem;
-    QPainterPath path({500, 300});
-    path.lineTo(600, 300);
-    stroke->setPath(path);
-    board.scene.addItem(stroke);
+    const auto *const stroke = addStroke(board.scene, {{500, 300}, {600, 300}});
     board.click(QTest::currentDataTag());
 
     for (const auto button : {Qt::RightButton, Qt::MiddleButton}) {
@@ -212,7 +220,7 @@ void TestToolModes::rightButtonIsLeftAlone()
     }
 
     QCOMPARE(board.only<FreeDrawItem>(), stroke);
-    QCOMPARE(stroke->path(), path);
+    QCOMPARE(stroke->path(), pathThrough({{500, 300}, {600, 300}}));
     QCOMPARE(board.count(), 1);
     QTEST(board.window.windowTitle(), "title");
 }
@@ -262,11 +270,7 @@ void TestToolModes::aPressOnAnItemGoesToTheItem()
 void TestToolModes::aPressOnAStrokeGoesToTheTool()
 {
     ShownBoard board;
-    auto *const stroke = new FreeDrawItem;
-    QPainterPath path({500, 300});
-    path.lineTo(600, 300);
-    stroke->setPath(path);
-    board.scene.addItem(stroke);
+    addStroke(board.scene, {{500, 300}, {600, 300}});
     board.click("ModoPostIt");
 
     board.pointer.click({550, 300});
