@@ -1,10 +1,10 @@
 #include "tests/support/boardathome.h"
 #include "tests/support/filedialoganswer.h"
+#include "tests/support/markingtranslator.h"
 #include "tests/support/messagebox.h"
 
 #include <QPushButton>
 #include <QTest>
-#include <QTranslator>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -12,17 +12,32 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Marks every text that is translated as one of the board window's.
-class Marking : public QTranslator
+/// Writes down which window is shown and which is closed.
+class WindowEvents : public QObject
 {
 public:
-    QString translate(const char *context, const char *source, const char *, int) const override
+    WindowEvents(QWidget &homeWindow, QWidget &boardWindow)
+        : home(homeWindow)
+        , board(boardWindow)
     {
-        if (qstrcmp(context, "BoardWindow") != 0)
-            return {};
-        return u"<%1>"_s.arg(QString::fromUtf8(source));
+        home.installEventFilter(this);
+        board.installEventFilter(this);
     }
-    bool isEmpty() const override { return false; }
+
+    QStringList events;
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (watched == &home && event->type() == QEvent::Show)
+            events << QStringLiteral("home shown");
+        if (watched == &board && event->type() == QEvent::Close)
+            events << QStringLiteral("board closed");
+        return false;
+    }
+
+private:
+    QWidget &home;
+    QWidget &board;
 };
 
 using Reply = void (*)(QMessageBox &box);
@@ -37,6 +52,7 @@ class TestClosing : public QObject
 
 private slots:
     void anEmptyUnchangedBoardClosesAtOnce();
+    void theHomeWindowComesBeforeTheBoardGoes();
     void anEmptyBoardThatChangedAsks();
     void aSavedBoardWithElementsAsksAndNoLosesNothing();
     void theQuestionOffersThreeAnswers();
@@ -62,6 +78,17 @@ void TestClosing::anEmptyUnchangedBoardClosesAtOnce()
 
     QVERIFY(at.closed());
     QVERIFY(!question.seen());
+}
+
+void TestClosing::theHomeWindowComesBeforeTheBoardGoes()
+{
+    BoardAtHome at;
+    const WindowEvents seen(at.home, at.board.window);
+
+    at.close();
+
+    // The other way round, the board would be the last window and the program would end with it.
+    QCOMPARE(seen.events, QStringList({u"home shown"_s, u"board closed"_s}));
 }
 
 void TestClosing::anEmptyBoardThatChangedAsks()
@@ -134,8 +161,7 @@ void TestClosing::onlyTheButtonsOfTheQuestionAreTranslated()
 {
     BoardAtHome at;
     at.addNote();
-    Marking translator;
-    QVERIFY(QCoreApplication::installTranslator(&translator));
+    const MarkingTranslator translator("BoardWindow");
     const BoxAnswer question(u"<No>"_s);
 
     at.close();

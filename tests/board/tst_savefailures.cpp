@@ -3,6 +3,7 @@
 #include "tests/support/boardfiles.h"
 #include "tests/support/filedialoganswer.h"
 #include "tests/support/limits.h"
+#include "tests/support/markingtranslator.h"
 #include "tests/support/messagebox.h"
 #include "tests/support/scratchhome.h"
 #include "tests/support/shownboard.h"
@@ -48,7 +49,7 @@ void putFolderInPlace(const QString &path)
         qFatal("The test cannot make its folder");
 }
 
-/// A board whose file is larger than any buffer on the way.
+/// The items of a large board.
 QJsonArray manyStrokes()
 {
     QJsonArray items;
@@ -101,6 +102,8 @@ void TestSaveFailures::theWarningIsOneOfTheProgram()
     if (!opens)
         putFolderInPlace(home.path(u"plan.vtrz"_s));
     board.window.setUnsaved(true);
+    // Nothing in the box that is the program's own is translated.
+    const MarkingTranslator translator("BoardWindow");
     const BoxAnswer warning(u"OK"_s);
     const FileSizeLimit full(0);
 
@@ -213,7 +216,7 @@ void TestSaveFailures::aFullDiskIsReported()
     const ScratchHome home;
     ShownBoard board;
     const QString path = home.path(u"plan.vtrz"_s);
-    // More than fits into the file's buffer.
+    // A large board as well as the small ones of the other tests.
     board.window.loadBoard(BoardFile::write(path, manyStrokes()));
     const FileSizeLimit full(0);
 

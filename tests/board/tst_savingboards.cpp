@@ -3,6 +3,7 @@
 #include "items/stickynoteitem.h"
 #include "tests/support/boardfiles.h"
 #include "tests/support/filedialoganswer.h"
+#include "tests/support/markingtranslator.h"
 #include "tests/support/messagebox.h"
 #include "tests/support/scratchhome.h"
 #include "tests/support/shownboard.h"
@@ -62,6 +63,8 @@ void TestSavingBoards::theDialogOffersTheHomeFolder()
 {
     const ScratchHome home;
     ShownBoard board;
+    // Nothing in the dialog that is the program's own is translated.
+    const MarkingTranslator translator("BoardWindow");
     const FileDialogAnswer answer({});
 
     board.click("GuardarComo");
