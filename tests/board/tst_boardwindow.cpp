@@ -1,6 +1,7 @@
 #include "items/stickynoteitem.h"
 #include "tests/support/shownboard.h"
 
+#include <QComboBox>
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QRegularExpression>
@@ -33,6 +34,16 @@ QString clockText(const QDateTime &time)
     return mexico.toString(time, u"dd/MM/yyyy - hh:mm:ss AP"_s);
 }
 
+/// Whether \a text is a date and a time of twelve hours as in Mexico, such as
+/// "21/11/2026 - 08:05:00 A.M.".
+bool isMexicanClockText(const QString &text)
+{
+    static const QRegularExpression form(
+        uR"(^\d\d/\d\d/\d{4} - (0[1-9]|1[0-2]):[0-5]\d:[0-5]\d [AP]\.\s?M\.$)"_s,
+        QRegularExpression::UseUnicodePropertiesOption);
+    return form.match(text).hasMatch();
+}
+
 /// Counts the key events that reach the window's own handler.
 class KeyCounter : public BoardWindow
 {
@@ -59,6 +70,7 @@ private slots:
     void theWindowIsNamedAfterTheBoardMode();
     void theWindowHasOnlyMinimizeAndMaximizeButtons();
     void thePersonCannotResizeTheWindow();
+    void theDesktopSeesAWindowOfItsOwn();
     void theWindowWearsTheSharedStyle();
     void theProgramsFontIsThere();
     void theCanvasShowsTheWholeBoardSmoothly();
@@ -68,6 +80,7 @@ private slots:
 
     void theClockIsRightFromTheStart();
     void theClockShowsTwelveHoursInMexicanSpanish();
+    void theClockStaysMexicanWhateverTheApplicationSpeaks();
     void theClockTicksEverySecondEvenWhileHidden();
     void theClocksTimerRunsEverySecond();
 
@@ -106,6 +119,24 @@ void TestBoardWindow::thePersonCannotResizeTheWindow()
     QCOMPARE(board.window.size(), size);
     QCOMPARE(board.window.windowHandle()->minimumSize(), size);
     QCOMPARE(board.window.windowHandle()->maximumSize(), size);
+}
+
+void TestBoardWindow::theDesktopSeesAWindowOfItsOwn()
+{
+    QWidget home;
+    home.show();
+    BoardWindow window(nullptr, &home);
+    auto *const combo = window.findChild<QComboBox *>(u"Presentar"_s);
+
+    // A presentation makes a new native window at its beginning and at its end.
+    window.show();
+    QVERIFY(!window.windowHandle()->transientParent());
+    combo->setCurrentIndex(0);
+    QVERIFY(window.isFullScreen());
+    QVERIFY(!window.windowHandle()->transientParent());
+    QTest::keyClick(window.windowHandle(), Qt::Key_Escape);
+    QVERIFY(!window.isFullScreen());
+    QVERIFY(!window.windowHandle()->transientParent());
 }
 
 void TestBoardWindow::theWindowWearsTheSharedStyle()
@@ -200,12 +231,21 @@ void TestBoardWindow::theClockIsRightFromTheStart()
 void TestBoardWindow::theClockShowsTwelveHoursInMexicanSpanish()
 {
     const BoardWindow window(nullptr);
-    const QRegularExpression form(
-        uR"(^\d\d/\d\d/\d{4} - (0[1-9]|1[0-2]):[0-5]\d:[0-5]\d [AP]\.\s?M\.$)"_s,
-        QRegularExpression::UseUnicodePropertiesOption);
 
     const QString shown = window.findChild<QLabel *>(u"FechaHoraTxt"_s)->text();
-    QVERIFY2(form.match(shown).hasMatch(), qPrintable(shown));
+    QVERIFY2(isMexicanClockText(shown), qPrintable(shown));
+}
+
+void TestBoardWindow::theClockStaysMexicanWhateverTheApplicationSpeaks()
+{
+    const BoardWindow window(nullptr);
+    const auto *const label = window.findChild<QLabel *>(u"FechaHoraTxt"_s);
+    const QString first = label->text();
+
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+
+    QTRY_VERIFY(label->text() != first);
+    QVERIFY2(isMexicanClockText(label->text()), qPrintable(label->text()));
 }
 
 void TestBoardWindow::theClockTicksEverySecondEvenWhileHidden()

@@ -162,6 +162,10 @@ void TestUndoRedo::nineStepsGoBackAndForthAgain()
         board.redo();
         QCOMPARE(board.notePlaces(), QList<QPointF>({{step * 100.0, 100}}));
     }
+    // The way forth has cost no step.
+    for (int step = 0; step < 9; ++step)
+        board.undo();
+    QCOMPARE(board.count(), 0);
 }
 
 void TestUndoRedo::anEleventhStateDropsTheOldest()
