@@ -9,7 +9,6 @@
 #include <QApplication>
 #include <QGraphicsItem>
 #include <QGraphicsScene>
-#include <QJsonArray>
 #include <QJsonDocument>
 
 #include <benchmark/benchmark.h>
@@ -105,7 +104,7 @@ void openBoard(benchmark::State &state)
     const QByteArray file = boardFile();
     while (state.KeepRunning()) {
         QGraphicsScene scene(0, 0, 1920, 1080);
-        const auto elements = QJsonDocument::fromJson(file).object()[u"items"].toArray();
+        const auto elements = elementsOf(QJsonDocument::fromJson(file).object());
         for (const auto &element : elements)
             scene.addItem(itemFromElement(element.toObject()).release());
     }

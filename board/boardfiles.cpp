@@ -12,8 +12,6 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QJsonArray>
-#include <QMessageBox>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -21,12 +19,19 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Calls \a changed when \a item, if it is an \c Item, tells that it was modified.
-template <typename Item, typename Function>
-void watch(QGraphicsItem *item, BoardWindow *window, Function changed)
+/// Marks the board unsaved when \a item, if it is an \c Item, tells that it was modified.
+template <typename Item> void watchAs(QGraphicsItem *item, BoardWindow *window)
 {
-    if (auto *const watched = dynamic_cast<Item *>(item))
-        QObject::connect(watched, &Item::itemModified, window, changed);
+    if (auto *const watched = dynamic_cast<Item *>(item)) {
+        QObject::connect(watched, &Item::itemModified, window,
+                         [window] { window->setUnsaved(true); });
+    }
+}
+
+/// The same for whichever of \c Items it is.
+template <typename... Items> void watch(QGraphicsItem *item, BoardWindow *window)
+{
+    (watchAs<Items>(item, window), ...);
 }
 
 } // namespace
@@ -55,7 +60,7 @@ void BoardWindow::saveBoard()
 void BoardWindow::writeBoardFile(const QString &path, bool adoptPath)
 {
     // The document is complete before the file is opened, and with that emptied.
-    switch (::writeBoardFile(path, buildBoardDocument(*scene))) {
+    switch (writeDocument(path, buildBoardDocument(*scene))) {
     case BoardFileWriting::CannotOpen:
         warn(u"No se pudo guardar el archivo."_s);
         return;
@@ -74,30 +79,26 @@ void BoardWindow::writeBoardFile(const QString &path, bool adoptPath)
 
 void BoardWindow::loadBoard(const QString &path)
 {
-    const BoardFileContents contents = readBoardFile(path);
+    const BoardFileContents contents = readDocument(path);
     switch (contents.status) {
-    case BoardFileContents::CannotOpen:
+    case BoardFileContents::Status::CannotOpen:
         warn(u"No se pudo abrir el archivo."_s);
         return;
-    case BoardFileContents::NoBoard:
+    case BoardFileContents::Status::NoBoard:
         warn(u"El archivo no tiene un formato válido."_s);
         return;
-    case BoardFileContents::Read:
+    case BoardFileContents::Status::Read:
         break;
     }
 
     // Only now that the document is accepted does the present board go.
     scene->clear();
-    const auto markUnsaved = [this] { setUnsaved(true); };
-    const QJsonArray elements = contents.document.value("items"_L1).toArray();
+    const QJsonArray elements = elementsOf(contents.document);
     for (const auto &element : elements) {
         auto *const item = itemFromElement(element.toObject()).release();
         if (!item)
             continue;
-        watch<StickyNoteItem>(item, this, markUnsaved);
-        watch<FreeDrawItem>(item, this, markUnsaved);
-        watch<ArrowLineItem>(item, this, markUnsaved);
-        watch<ResizablePixmapItem>(item, this, markUnsaved);
+        watch<StickyNoteItem, FreeDrawItem, ArrowLineItem, ResizablePixmapItem>(item, this);
         scene->addItem(item);
     }
 
@@ -109,9 +110,4 @@ void BoardWindow::loadBoard(const QString &path)
 void BoardWindow::showFileName(const QString &path)
 {
     ui->NombreProyectoTxt->setText(QFileInfo(path).fileName());
-}
-
-void BoardWindow::warn(const QString &text)
-{
-    QMessageBox::warning(this, u"Error"_s, text, QMessageBox::Ok);
 }

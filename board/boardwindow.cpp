@@ -9,6 +9,7 @@
 
 #include <QDateTime>
 #include <QFileInfo>
+#include <QMessageBox>
 #include <QPropertyAnimation>
 #include <QTimer>
 #include <QWindow>
@@ -155,4 +156,9 @@ void BoardWindow::updateTitleLabel()
     if (unsaved)
         text += u"* (Sin guardar)"_s;
     ui->NombreProyectoTxt->setText(text);
+}
+
+void BoardWindow::warn(const QString &text)
+{
+    QMessageBox::warning(this, u"Error"_s, text, QMessageBox::Ok);
 }

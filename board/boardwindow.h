@@ -87,6 +87,7 @@ private:
     void showTime();
     void connectSignals();
     void repaintArrowHeads(const QList<QRectF> &changed);
+    void warn(const QString &text);
 
     // canvasinput.cpp
     void enterMode(ToolMode mode);
@@ -104,7 +105,6 @@ private:
     // boardfiles.cpp
     void writeBoardFile(const QString &path, bool adoptPath);
     void showFileName(const QString &path);
-    void warn(const QString &text);
 
     // presentation.cpp
     void startPresentation();

@@ -8,7 +8,6 @@
 #include "ui_boardwindow.h"
 
 #include <QFileDialog>
-#include <QMessageBox>
 #include <QMouseEvent>
 
 using namespace Qt::Literals::StringLiterals;

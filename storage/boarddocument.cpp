@@ -7,7 +7,6 @@
 
 #include <QBuffer>
 #include <QGraphicsScene>
-#include <QJsonArray>
 #include <QPen>
 
 #include <optional>
@@ -24,6 +23,8 @@ constexpr qreal note = 1.0;
 constexpr qreal stroke = 2.0;
 constexpr qreal arrow = 3.0;
 } // namespace OpenedZ
+
+constexpr auto elementsKey = "items"_L1;
 
 constexpr const char *imageFormat = "PNG";
 
@@ -188,7 +189,12 @@ QJsonObject buildBoardDocument(const QGraphicsScene &scene)
         if (const auto element = elementOf(*item))
             elements.append(*element);
     }
-    return {{"items"_L1, elements}};
+    return {{elementsKey, elements}};
+}
+
+QJsonArray elementsOf(const QJsonObject &document)
+{
+    return document.value(elementsKey).toArray();
 }
 
 std::unique_ptr<QGraphicsItem> itemFromElement(const QJsonObject &element)

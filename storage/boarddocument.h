@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonArray>
 #include <QJsonObject>
 
 #include <memory>
@@ -13,6 +14,9 @@ class QGraphicsScene;
 /// and items that are no board items are left out.
 QJsonObject buildBoardDocument(const QGraphicsScene &scene);
 
-/// Makes the item that \a element, one entry of a document's "items", describes. Missing and
+/// The elements of \a document, one for each item; none when it has no such list.
+QJsonArray elementsOf(const QJsonObject &document);
+
+/// Makes the item that \a element, one of elementsOf() a document, describes. Missing and
 /// mistyped values read as 0 or empty; an element of unknown kind gives null.
 std::unique_ptr<QGraphicsItem> itemFromElement(const QJsonObject &element);

@@ -3,18 +3,18 @@
 #include <QFile>
 #include <QJsonDocument>
 
-BoardFileContents readBoardFile(const QString &path)
+BoardFileContents readDocument(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return {BoardFileContents::CannotOpen, {}};
+        return {BoardFileContents::Status::CannotOpen, {}};
     const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
     if (!document.isObject())
-        return {BoardFileContents::NoBoard, {}};
-    return {BoardFileContents::Read, document.object()};
+        return {BoardFileContents::Status::NoBoard, {}};
+    return {BoardFileContents::Status::Read, document.object()};
 }
 
-BoardFileWriting writeBoardFile(const QString &path, const QJsonObject &document)
+BoardFileWriting writeDocument(const QString &path, const QJsonObject &document)
 {
     QFile file(path);
     // Unbuffered, so that the write itself meets a full disk: a small board would otherwise wait in

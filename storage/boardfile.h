@@ -8,19 +8,19 @@
 /// What became of reading a board file.
 struct BoardFileContents
 {
-    enum Status { Read, CannotOpen, NoBoard };
+    enum class Status { Read, CannotOpen, NoBoard };
 
-    Status status = CannotOpen;
+    Status status = Status::CannotOpen;
     /// The document, when it was read.
     QJsonObject document;
 };
 
 /// Reads the board file \a path. Anything that is no JSON object is no board.
-BoardFileContents readBoardFile(const QString &path);
+BoardFileContents readDocument(const QString &path);
 
 /// What became of writing a board file. After WriteFailed the file is left cut off, after
 /// CannotOpen it is as it was.
 enum class BoardFileWriting { Written, CannotOpen, WriteFailed };
 
 /// Replaces the contents of the file \a path by \a document.
-BoardFileWriting writeBoardFile(const QString &path, const QJsonObject &document);
+BoardFileWriting writeDocument(const QString &path, const QJsonObject &document);

@@ -8,7 +8,6 @@
 
 #include <QFile>
 #include <QGraphicsScene>
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QPainterPath>
 #include <QPen>
@@ -40,7 +39,7 @@ inline std::unique_ptr<QGraphicsItem> itemFrom(const QByteArray &json)
 inline bool openDocument(QGraphicsScene &scene, const QByteArray &bytes)
 {
     const auto document = QJsonDocument::fromJson(bytes);
-    const auto elements = document.object().value(QStringLiteral("items")).toArray();
+    const auto elements = elementsOf(document.object());
     for (const auto &element : elements) {
         if (auto item = itemFromElement(element.toObject()))
             scene.addItem(item.release());
