@@ -4,6 +4,7 @@
 
 #include "bench/largeboard.h"
 #include "history/boardsnapshot.h"
+#include "items/freedrawitem.h"
 #include "storage/boarddocument.h"
 
 #include <QApplication>
@@ -22,6 +23,7 @@ namespace {
 
 constexpr int strokeCount = 5000;
 constexpr int pointCount = 40;
+constexpr int longStroke = 1000; // points
 
 QGraphicsScene &board()
 {
@@ -110,6 +112,21 @@ void openBoard(benchmark::State &state)
     }
 }
 
+/// What the pen does in one stroke: every move makes the path longer by a point.
+template <int points> void drawStroke(benchmark::State &state)
+{
+    while (state.KeepRunning()) {
+        QGraphicsScene scene(0, 0, 1920, 1080);
+        auto *const stroke = new FreeDrawItem;
+        scene.addItem(stroke);
+        QPainterPath path({300, 200});
+        for (int i = 1; i < points; ++i) {
+            path.lineTo(300 + i % 300, 200 + i % 131);
+            stroke->setPath(path);
+        }
+    }
+}
+
 /// Prints as usual and keeps the times for the ratios.
 class RatioReporter : public benchmark::ConsoleReporter
 {
@@ -148,6 +165,8 @@ int main(int argc, char *argv[])
         {"save", saveBoard},
         {"parse JSON", parseJson},
         {"open", openBoard},
+        {"draw", drawStroke<longStroke>},
+        {"draw twice as long", drawStroke<2 * longStroke>},
     };
     for (const auto &[name, function] : benchmarks)
         benchmark::RegisterBenchmark(name, function)->Unit(benchmark::kMillisecond);
@@ -164,4 +183,6 @@ int main(int argc, char *argv[])
                         "compare point by point");
     reporter.printRatio("saving a board / writing its JSON", "save", "write JSON");
     reporter.printRatio("opening a board / parsing its JSON", "open", "parse JSON");
+    std::printf("\nA single stroke of %d points:\n", longStroke);
+    reporter.printRatio("drawing one twice as long / drawing it", "draw twice as long", "draw");
 }
