@@ -13,7 +13,7 @@ declare -A packages=(
     [qt]="dpkg-dev g++ qt6-base-dev qt6-base-dev-tools"
     [debian13]="debootstrap debian-archive-keyring"
     [windows]="g++-mingw-w64-x86-64-posix cmake ninja-build qt6-base-dev qt6-l10n-tools"
-    [wine]="wine wine64 fonts-wine fonts-liberation xauth"
+    [wine]="wine wine64 fonts-wine fonts-liberation fonts-symbola xauth"
 )
 # The same where there is no apt: the commands that have to be here.
 declare -A commands=(
