@@ -7,7 +7,6 @@
 #include <QCursor>
 #include <QPointer>
 #include <QSignalSpy>
-#include <QStyleOptionGraphicsItem>
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
@@ -43,21 +42,6 @@ private slots:
     void nothingElseIsTold();
     void belongsToItsScene();
 };
-
-namespace {
-
-QList<PaintedShape> paintedBy(ResizablePixmapItem &image)
-{
-    PaintRecorder recorder;
-    QPainter painter(&recorder);
-    QStyleOptionGraphicsItem option;
-    option.state.setFlag(QStyle::State_Selected, image.isSelected());
-    image.paint(&painter, &option);
-    painter.end();
-    return recorder.shapes;
-}
-
-} // namespace
 
 void TestResizablePixmapItem::isAnObjectWithOneSignal()
 {

@@ -10,7 +10,6 @@
 #include <QMetaEnum>
 #include <QPointer>
 #include <QSignalSpy>
-#include <QStyleOptionGraphicsItem>
 #include <QTest>
 
 #include <limits>
@@ -70,17 +69,6 @@ bool near(const QColor &a, const QColor &b)
     constexpr int tolerance = 2;
     return qAbs(a.red() - b.red()) <= tolerance && qAbs(a.green() - b.green()) <= tolerance
         && qAbs(a.blue() - b.blue()) <= tolerance;
-}
-
-QList<PaintedShape> paintedBy(StickyNoteItem &note)
-{
-    PaintRecorder recorder;
-    QPainter painter(&recorder);
-    QStyleOptionGraphicsItem option;
-    option.state.setFlag(QStyle::State_Selected, note.isSelected());
-    note.paint(&painter, &option);
-    painter.end();
-    return recorder.shapes;
 }
 
 } // namespace
@@ -236,11 +224,7 @@ void TestStickyNoteItem::colorTextAndMovingTellNothing()
 void TestStickyNoteItem::geometryIsToldOnlyWithTheFlagThatNotesLack()
 {
     StickyNoteItem note;
-    note.setFlag(QGraphicsItem::ItemSendsGeometryChanges);
-    const QSignalSpy modified(&note, &StickyNoteItem::itemModified);
-    changeGeometry(note);
-    QCOMPARE(modified.count(), 4);
-    QCOMPARE(note.pos(), QPointF(30, 40));
+    verifyGeometryIsToldWithItsFlag(note);
 }
 
 void TestStickyNoteItem::aClickSelects()

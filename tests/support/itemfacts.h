@@ -55,3 +55,13 @@ inline void changeAllButGeometry(QGraphicsItem &item)
     item.setEnabled(false);
     item.setFlags(flags);
 }
+
+/// \a item, which asks for no geometry notifications, tells each of them once when it is sent them.
+template <typename Item> void verifyGeometryIsToldWithItsFlag(Item &item)
+{
+    item.setFlag(QGraphicsItem::ItemSendsGeometryChanges);
+    const QSignalSpy modified(&item, &Item::itemModified);
+    changeGeometry(item);
+    QCOMPARE(modified.count(), 4);
+    QCOMPARE(item.pos(), QPointF(30, 40));
+}

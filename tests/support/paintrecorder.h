@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QBrush>
+#include <QGraphicsItem>
 #include <QList>
 #include <QPaintDevice>
 #include <QPaintEngine>
@@ -8,6 +9,7 @@
 #include <QPainterPath>
 #include <QPen>
 #include <QPolygonF>
+#include <QStyleOptionGraphicsItem>
 
 /// One shape that was painted.
 struct PaintedShape
@@ -28,16 +30,6 @@ class PaintRecorder : public QPaintDevice
 {
 public:
     QList<PaintedShape> shapes;
-
-    QList<PaintedShape> ofKind(PaintedShape::Kind kind) const
-    {
-        QList<PaintedShape> found;
-        for (const auto &shape : shapes) {
-            if (shape.kind == kind)
-                found << shape;
-        }
-        return found;
-    }
 
     QPaintEngine *paintEngine() const override { return &engine; }
 
@@ -115,3 +107,15 @@ private:
 
     mutable Engine engine{this};
 };
+
+/// What \a item paints of itself, selected or not as it is.
+inline QList<PaintedShape> paintedBy(QGraphicsItem &item)
+{
+    PaintRecorder recorder;
+    QPainter painter(&recorder);
+    QStyleOptionGraphicsItem option;
+    option.state.setFlag(QStyle::State_Selected, item.isSelected());
+    item.paint(&painter, &option);
+    painter.end();
+    return recorder.shapes;
+}
