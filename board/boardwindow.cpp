@@ -15,6 +15,7 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -128,17 +129,20 @@ void BoardWindow::connectSignals()
 /// items' bounding rectangles, and what is left of a moved or deleted one would stay to be seen.
 void BoardWindow::repaintArrowHeads(const QList<QRectF> &changed)
 {
+    // The heads that are to vanish were there at the last change.
+    const qreal reachBefore = std::exchange(arrowReach, 0);
     const auto items = scene->items();
     for (const auto *item : items) {
         if (const auto *const arrow = dynamic_cast<const ArrowLineItem *>(item))
             arrowReach = std::max(arrowReach, arrow->headReach());
     }
-    if (arrowReach == 0)
+    const qreal reach = std::max(arrowReach, reachBefore);
+    if (reach == 0)
         return;
     QList<QRectF> grown;
     grown.reserve(changed.size());
     for (const auto &region : changed)
-        grown.append(region.adjusted(-arrowReach, -arrowReach, arrowReach, arrowReach));
+        grown.append(region.adjusted(-reach, -reach, reach, reach));
     ui->PizarraMain->updateScene(grown);
 }
 

@@ -21,7 +21,7 @@ class BoardWindow;
 }
 
 /// The tool that the pointer works with on the board.
-enum ToolMode : int { Cursor = 0, Note = 1, Pen = 2, Line = 3, Image = 4, Eraser = 5 };
+enum class ToolMode : int { Cursor = 0, Note = 1, Pen = 2, Line = 3, Image = 4, Eraser = 5 };
 
 /// The board editor: a window of fixed size (1200 × 700 pixels) that shows one board, a scene of
 /// 1920 × 1080 units, with floating panels around it.
@@ -38,7 +38,7 @@ class BoardWindow : public QMainWindow
 
 public:
     /// \a home is shown again when the board is closed; it is not owned and must outlive
-    /// the board window.
+    /// the board window. May be null: then nothing is shown.
     explicit BoardWindow(MainWindow *home, QWidget *parent = nullptr);
     ~BoardWindow() override;
 
@@ -61,18 +61,39 @@ public:
 
 public slots:
     // In the order of their meta-object indices, which callers by index rely on.
+
+    /// Ends the work on the board: asks whether to save it, unless it is empty and unchanged, then
+    /// empties it, shows the home window and hides this one. "Cancelar" leaves all as it is.
     void closeBoard();
+
+    /// Takes up the cursor, which moves, edits and selects items.
     void setCursorMode();
+    /// Takes up the notes; every click on the canvas adds one until another tool is taken up.
     void setPostItMode();
+    /// Takes up the pen for one stroke.
     void setPenMode();
+    /// Takes up the line for one arrow.
     void setLineMode();
+    /// Asks for a picture and puts it in the middle of the board. A file that is no picture is
+    /// answered with a warning. Returns with the cursor taken up.
     void setImageMode();
+    /// Takes up the eraser for one click or drag.
     void setEraseMode();
+
+    /// Goes back to the state of the board before the last recorded one, if there is one.
     void undoMode();
+    /// Goes forth to the state of the board that was undone last, if there is one.
     void redoMode();
+
+    /// Asks for a file name, saves the board there and takes the file for the board's own. When it
+    /// cannot be written, a warning says so and the board keeps the file that it had, if any.
     void saveBoardAs();
+    /// Saves the board to its file, without a question; a board that has none as saveBoardAs().
     void saveBoard();
+
+    /// Esc ends a presentation.
     void keyPressEvent(QKeyEvent *event) override;
+    /// Begins a presentation when \a index is 0, the only choice of the box, unless one is on.
     void manejarPresentacion(int index);
 
 protected:
@@ -95,7 +116,7 @@ private:
     bool canvasMoved(const QPointF &scenePoint, Qt::MouseButtons buttons);
     bool canvasReleased(const QPointF &scenePoint);
     void grabCanvas();
-    void finishGesture();
+    void releaseCanvas();
     void erase(const QList<QGraphicsItem *> &items);
     void insertImage(const QPixmap &pixmap);
 
@@ -122,7 +143,7 @@ private:
     std::unique_ptr<Ui::BoardWindow> ui;
     QLocale locale{QLocale::Spanish, QLocale::Mexico};
     MainWindow *homeWindow;
-    int toolMode = Cursor;
+    ToolMode toolMode = ToolMode::Cursor;
     QGraphicsScene *scene = nullptr;
     QString currentFilePath;
     // Guarded: undo may delete the item of a gesture that was broken off.
@@ -135,7 +156,7 @@ private:
     QList<BoardSnapshot> undoStack;
     QList<BoardSnapshot> redoStack;
     int historyLimit = 10;
-    // The farthest that an arrow's head has reached outside its bounding rectangle so far.
+    // The farthest that an arrow's head reached outside its bounding rectangle at the last change.
     qreal arrowReach = 0;
     // Each presentation leaves its two here; a fade-out outlives the presentation it belongs to.
     std::vector<std::unique_ptr<QPropertyAnimation>> reminderFades;

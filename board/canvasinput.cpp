@@ -48,7 +48,7 @@ bool isErasable(const QGraphicsItem *item)
 void BoardWindow::enterMode(ToolMode mode)
 {
     toolMode = mode;
-    const ModeLook &look = modeLooks[mode];
+    const ModeLook &look = modeLooks[static_cast<int>(mode)];
     setWindowTitle(QString::fromUtf16(look.title));
     ui->PizarraMain->setCursor(look.cursor);
     // The view gives its viewport a cursor when the pointer leaves an arrow that has one; it would
@@ -60,33 +60,33 @@ void BoardWindow::enterMode(ToolMode mode)
 
 void BoardWindow::setCursorMode()
 {
-    enterMode(Cursor);
+    enterMode(ToolMode::Cursor);
     ui->PizarraMain->setDragMode(QGraphicsView::NoDrag);
 }
 
 void BoardWindow::setPostItMode()
 {
-    enterMode(Note);
+    enterMode(ToolMode::Note);
 }
 
 void BoardWindow::setPenMode()
 {
-    enterMode(Pen);
+    enterMode(ToolMode::Pen);
 }
 
 void BoardWindow::setLineMode()
 {
-    enterMode(Line);
+    enterMode(ToolMode::Line);
 }
 
 void BoardWindow::setEraseMode()
 {
-    enterMode(Eraser);
+    enterMode(ToolMode::Eraser);
 }
 
 void BoardWindow::setImageMode()
 {
-    enterMode(Image);
+    enterMode(ToolMode::Image);
     const QString path = QFileDialog::getOpenFileName(this, u"Seleccionar imagen"_s, QString(),
                                                       u"Imágenes (*.png *.jpg *.jpeg)"_s);
     if (!path.isEmpty()) {
@@ -134,14 +134,14 @@ bool BoardWindow::eventFilter(QObject *watched, QEvent *event)
     // The mode was changed in the middle of a gesture: the rest of the window must not stay cut
     // off from the mouse.
     if (QWidget::mouseGrabber() == ui->PizarraMain)
-        ui->PizarraMain->releaseMouse();
+        releaseCanvas();
     return pass();
 }
 
 bool BoardWindow::canvasPressed(const QPointF &scenePoint)
 {
     switch (toolMode) {
-    case Pen:
+    case ToolMode::Pen:
         grabCanvas();
         strokePath = QPainterPath(scenePoint);
         currentStroke = new FreeDrawItem;
@@ -149,20 +149,20 @@ bool BoardWindow::canvasPressed(const QPointF &scenePoint)
         currentStroke->setWidth(penWidth);
         scene->addItem(currentStroke);
         return true;
-    case Note: {
+    case ToolMode::Note: {
         auto *const note = new StickyNoteItem;
         note->setPos(scenePoint);
         note->setNoteColor(StickyNoteItem::Yellow);
         scene->addItem(note);
         return true;
     }
-    case Line:
+    case ToolMode::Line:
         currentLine = new ArrowLineItem(scenePoint, scenePoint);
         scene->addItem(currentLine);
         lineStart = scenePoint;
         grabCanvas();
         return true;
-    case Eraser:
+    case ToolMode::Eraser:
         eraseStart = scenePoint;
         grabCanvas();
         return true;
@@ -173,16 +173,16 @@ bool BoardWindow::canvasPressed(const QPointF &scenePoint)
 
 bool BoardWindow::canvasMoved(const QPointF &scenePoint, Qt::MouseButtons buttons)
 {
-    if (toolMode == Pen && currentStroke) {
+    if (toolMode == ToolMode::Pen && currentStroke) {
         strokePath.lineTo(scenePoint);
         currentStroke->setPath(strokePath);
         return true;
     }
-    if (toolMode == Line && currentLine) {
+    if (toolMode == ToolMode::Line && currentLine) {
         currentLine->setLine({lineStart, scenePoint});
         return true;
     }
-    if (toolMode == Eraser && buttons.testFlag(Qt::LeftButton)) {
+    if (toolMode == ToolMode::Eraser && buttons.testFlag(Qt::LeftButton)) {
         // Not normalised: what a drag up or to the left erases follows from the toolkit's answer
         // to a rectangle of negative size. This is wanted.
         const QPointF moved = scenePoint - eraseStart;
@@ -195,20 +195,25 @@ bool BoardWindow::canvasMoved(const QPointF &scenePoint, Qt::MouseButtons button
 
 bool BoardWindow::canvasReleased(const QPointF &scenePoint)
 {
-    if (toolMode == Pen && currentStroke) {
+    if (toolMode == ToolMode::Pen && currentStroke) {
+        releaseCanvas();
         currentStroke = nullptr;
-    } else if (toolMode == Line && currentLine) {
+    } else if (toolMode == ToolMode::Line && currentLine) {
         currentLine->setLine({lineStart, scenePoint});
         currentLine->setFlag(QGraphicsItem::ItemIsMovable);
         currentLine->setFlag(QGraphicsItem::ItemIsSelectable);
         currentLine = nullptr;
-    } else if (toolMode == Eraser) {
+        releaseCanvas();
+    } else if (toolMode == ToolMode::Eraser) {
         if (scenePoint == eraseStart)
             erase(scene->items(scenePoint, Qt::IntersectsItemShape, Qt::DescendingOrder));
+        releaseCanvas();
     } else {
         return false;
     }
-    finishGesture();
+    // Pen, line and eraser serve for one gesture; then the pointer is the cursor again.
+    captureSnapshot();
+    setCursorMode();
     return true;
 }
 
@@ -217,12 +222,9 @@ void BoardWindow::grabCanvas()
     ui->PizarraMain->grabMouse();
 }
 
-/// Pen, line and eraser serve for one gesture; then the pointer is the cursor again.
-void BoardWindow::finishGesture()
+void BoardWindow::releaseCanvas()
 {
     ui->PizarraMain->releaseMouse();
-    captureSnapshot();
-    setCursorMode();
 }
 
 void BoardWindow::erase(const QList<QGraphicsItem *> &items)

@@ -28,6 +28,32 @@ constexpr int fadeInTime = 500; // ms
 constexpr int fadeOutTime = 1000; // ms
 constexpr auto reminderTime = 10s;
 
+struct PanelPlaces
+{
+    QWidget *Ui::BoardWindow::*panel;
+    Qt::Alignment presenting; // the edges of the window that the panel keeps to
+    QPoint afterwards;
+};
+
+constexpr PanelPlaces panels[] = {
+    {&Ui::BoardWindow::ToolPanel, Qt::AlignLeft | Qt::AlignVCenter, {10, 188}},
+    {&Ui::BoardWindow::ExitPanel, Qt::AlignLeft | Qt::AlignBottom, {10, 655}},
+    {&Ui::BoardWindow::MainPanel, Qt::AlignLeft | Qt::AlignTop, {10, 10}},
+    // Afterwards not at the place where the panel was built (x 990); this is wanted.
+    {&Ui::BoardWindow::AccountPanel, Qt::AlignRight | Qt::AlignTop, {920, 10}},
+    {&Ui::BoardWindow::DateTimePanel, Qt::AlignRight | Qt::AlignBottom, {990, 655}},
+};
+
+/// Where a panel of that size stands in a window of that size while it presents.
+QPoint presentingPlace(const QSize &window, const QSize &panel, Qt::Alignment edges)
+{
+    const QSize room = window - panel;
+    const int x = edges.testFlag(Qt::AlignRight) ? room.width() - margin : margin;
+    if (edges.testFlag(Qt::AlignVCenter))
+        return {x, room.height() / 2};
+    return {x, edges.testFlag(Qt::AlignBottom) ? room.height() - margin : margin};
+}
+
 } // namespace
 
 void BoardWindow::manejarPresentacion(int index)
@@ -73,15 +99,10 @@ void BoardWindow::setSizeHints(const QSize &smallest, const QSize &largest)
 
 void BoardWindow::layOutPresentation()
 {
-    const int right = width() - margin;
-    const int bottom = height() - margin;
-    const auto middle = (height() - ui->ToolPanel->height()) / 2;
-    ui->ToolPanel->move(margin, middle);
-    ui->ExitPanel->move(margin, bottom - ui->ExitPanel->height());
-    ui->MainPanel->move(margin, margin);
-    ui->AccountPanel->move(right - ui->AccountPanel->width(), margin);
-    ui->DateTimePanel->move(right - ui->DateTimePanel->width(),
-                            bottom - ui->DateTimePanel->height());
+    for (const auto &places : panels) {
+        auto *const panel = ui.get()->*places.panel;
+        panel->move(presentingPlace(size(), panel->size(), places.presenting));
+    }
 
     auto *const view = ui->PizarraMain;
     view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -149,12 +170,8 @@ void BoardWindow::stopPresentation()
     view->resize(BoardGeometry::window);
     view->fitInView(scene->sceneRect(), Qt::KeepAspectRatio);
 
-    ui->ToolPanel->move(10, 188);
-    ui->ExitPanel->move(10, 655);
-    ui->MainPanel->move(10, 10);
-    // Not the place where the panel was built (x 990); this is wanted.
-    ui->AccountPanel->move(920, 10);
-    ui->DateTimePanel->move(990, 655);
+    for (const auto &places : panels)
+        (ui.get()->*places.panel)->move(places.afterwards);
 
     setCursorMode();
     ui->Presentar->setCurrentIndex(-1);

@@ -41,4 +41,7 @@ void BoardWindow::rebuildScene(const BoardSnapshot &snapshot)
             scene->addItem(item);
     }
     setUnsaved(true);
+    // Once more than setUnsaved() has done already, which changes nothing to be seen. This is
+    // wanted.
+    updateTitleLabel();
 }

@@ -1,0 +1,132 @@
+#include "items/arrowlineitem.h"
+#include "tests/support/boardathome.h"
+#include "tests/support/messagebox.h"
+
+#include <QPaintEvent>
+#include <QPen>
+#include <QTest>
+
+using namespace Qt::Literals::StringLiterals;
+
+// How much of the canvas is painted anew because of arrows, whose heads reach outside their
+// bounding rectangles.
+
+namespace {
+
+/// Collects what the canvas paints.
+class PaintedCanvas : public QObject
+{
+public:
+    explicit PaintedCanvas(QWidget &canvas) { canvas.installEventFilter(this); }
+
+    QRegion region;
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            region += static_cast<QPaintEvent *>(event)->region();
+        return false;
+    }
+};
+
+/// Adds an arrow from (500, 300) to (700, 300) whose pen has that width.
+QGraphicsLineItem *addArrow(ShownBoard &board, int width)
+{
+    auto *const arrow = new ArrowLineItem({500, 300}, {700, 300});
+    arrow->setWidth(width);
+    board.scene.addItem(arrow);
+    return arrow;
+}
+
+/// The part of the canvas that is painted when 20 x 20 units at (1000, 600) change.
+QRegion paintedForASmallChange(ShownBoard &board)
+{
+    const PaintedCanvas painted(*board.view.viewport());
+    board.scene.update(1000, 600, 20, 20);
+    [&] { QTRY_VERIFY(!painted.region.isEmpty()); }();
+    return painted.region;
+}
+
+using Removal = void (*)(BoardAtHome &at);
+
+} // namespace
+
+Q_DECLARE_METATYPE(Removal)
+
+class TestArrowRepaints : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aHeadThatGoesIsPaintedOver_data();
+    void aHeadThatGoesIsPaintedOver();
+    void aWideArrowThatIsGoneWidensNoRepaint_data();
+    void aWideArrowThatIsGoneWidensNoRepaint();
+    void anArrowThatGrewThinWidensNoRepaint();
+};
+
+void TestArrowRepaints::aHeadThatGoesIsPaintedOver_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<QPoint>("inHead");
+    // Points of the head that lie outside of the line's own rectangle.
+    QTest::newRow("thin") << 2 << QPoint(684, 295);
+    QTest::newRow("wide") << 60 << QPoint(635, 335);
+}
+
+void TestArrowRepaints::aHeadThatGoesIsPaintedOver()
+{
+    QFETCH(const int, width);
+    QFETCH(const QPoint, inHead);
+    ShownBoard board;
+    auto *const arrow = addArrow(board, width);
+    board.settle();
+    QVERIFY(!arrow->sceneBoundingRect().contains(inHead));
+    const PaintedCanvas painted(*board.view.viewport());
+
+    delete arrow;
+
+    QTRY_VERIFY(painted.region.contains(board.view.mapFromScene(inHead)));
+}
+
+void TestArrowRepaints::aWideArrowThatIsGoneWidensNoRepaint_data()
+{
+    QTest::addColumn<Removal>("remove");
+    const auto row = [](const char *name, Removal remove) { QTest::newRow(name) << remove; };
+    row("deleted", [](BoardAtHome &at) { delete at.board.only<ArrowLineItem>(); });
+    row("another board opened", [](BoardAtHome &at) { at.openPlan(); });
+    row("board closed", [](BoardAtHome &at) {
+        const BoxAnswer answer(u"No"_s);
+        at.close();
+        at.board.window.show();
+    });
+}
+
+void TestArrowRepaints::aWideArrowThatIsGoneWidensNoRepaint()
+{
+    QFETCH(const Removal, remove);
+    BoardAtHome at;
+    addArrow(at.board, 32767);
+    at.board.settle();
+    QVERIFY(paintedForASmallChange(at.board).contains(QPoint(100, 100)));
+
+    remove(at);
+
+    // Only what the removal itself changes is painted widely still.
+    QTRY_VERIFY(!paintedForASmallChange(at.board).contains(QPoint(100, 100)));
+}
+
+void TestArrowRepaints::anArrowThatGrewThinWidensNoRepaint()
+{
+    ShownBoard board;
+    auto *const arrow = addArrow(board, 500);
+    board.settle();
+    QVERIFY(paintedForASmallChange(board).contains(QPoint(100, 100)));
+
+    arrow->setPen(QPen(Qt::black, 2));
+
+    QTRY_VERIFY(!paintedForASmallChange(board).contains(QPoint(100, 100)));
+}
+
+QTEST_MAIN(TestArrowRepaints)
+#include "tst_arrowrepaints.moc"
