@@ -3,6 +3,7 @@
 #include <QLocale>
 #include <QMainWindow>
 #include <QNetworkAccessManager>
+#include <QPointer>
 
 #include <memory>
 
@@ -43,8 +44,11 @@ public:
 
 public slots:
     // In the order of their meta-object indices, which callers by index rely on.
+    /// Shows the page of the boards, and no other, and checks its navigation button.
     void NavMain();
+    /// The same for the page of the settings.
     void NavSettings();
+    /// The same for the help page.
     void NavHelp();
 
     /// Shows the board window as its last close left it: with an empty board.
@@ -66,13 +70,24 @@ public slots:
     /// After a confirmation, deletes the data folder and all it holds, and closes the window.
     void deleteAll();
 
-    /// Asks the update server for the newest version; a newer one shows the update advisor.
+    /// Asks the update server for the newest version; a newer one shows the update advisor. An
+    /// answer that is no version document is passed over in silence, and so is one of 64 KiB or
+    /// more and one that is not whole after 30 s.
     void checkVersion();
     /// Opens the product's web page, closes the window and ends the program.
     void launchUpdater();
+    /// Gives the update advisor the opacity effect that its fades need, and hides it.
     void initializeUpdateAdvisorEffect();
+    /// Fades the update advisor in within 150 ms and gives it the keyboard; does nothing without
+    /// the opacity effect.
     void showUpdateMessage();
+    /// Fades the update advisor out within 150 ms, then hides it and gives the keyboard back; does
+    /// nothing without the opacity effect.
     void closeUpdateMessage();
+
+protected:
+    /// Keeps the keyboard in the update advisor while it is shown.
+    bool focusNextPrevChild(bool next) override;
 
 private:
     // mainwindow.cpp
@@ -84,15 +99,16 @@ private:
 
     // updatecheck.cpp
     void readVersion(QNetworkReply *reply);
-    void setPagesEnabled(bool enabled);
+    void hideUpdateAdvisor();
     QPropertyAnimation *fadeUpdateAdvisor(qreal from, qreal to);
 
     std::unique_ptr<Ui::MainWindow> ui;
     QLocale locale{QLocale::Spanish, QLocale::Mexico};
-    bool updating = false;
-    BoardWindow *boardWindow = nullptr;
+    bool updating = false; // set by launchUpdater(); wanted, although nothing reads it
+    BoardWindow *boardWindow = nullptr; // null until first needed; a child of this window
     QNetworkAccessManager network;
-    QString dataPath;
+    QString dataPath; // the data folder, absolute
     std::unique_ptr<ProjectDelegate> projectDelegate;
-    bool clickServed = false;
+    bool clickServed = false; // whether the current click on the list has opened its board
+    QPointer<QWidget> focusBeforeAdvisor; // what had the keyboard when the advisor took it
 };

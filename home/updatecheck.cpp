@@ -2,6 +2,7 @@
 
 #include "home/mainwindow.h"
 
+#include "home/updatecheck.h"
 #include "ui_mainwindow.h"
 
 #include <QCoreApplication>
@@ -16,16 +17,12 @@
 #include <QTimer>
 #include <QUrl>
 
-#include <chrono>
-
 using namespace Qt::Literals::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace {
 
 constexpr QLatin1StringView programVersion(PLUMARA_VERSION);
 constexpr int fadeTime = 150; // ms
-constexpr auto serverPatience = 30s; // for the whole answer
 constexpr qint64 largestAnswer = 64LL * 1024; // bytes; a version document has a few dozen
 
 /// An address on the update server, whose host is fixed when the program is built.
@@ -42,7 +39,8 @@ QUrl serverUrl(const QString &path)
 void endProcessTree()
 {
 #ifdef Q_OS_WIN
-    // Arguments as they stand: a program name with blanks in it is not to be quoted.
+    // One command line, as it stands. Given as the program, all of it would be quoted, and then
+    // not be found.
     QProcess taskkill;
     taskkill.setProgram(u"taskkill"_s);
     taskkill.setNativeArguments("/F /IM "_L1 + QCoreApplication::applicationName() + ".exe /T"_L1);
@@ -98,8 +96,10 @@ void MainWindow::initializeUpdateAdvisorEffect()
 void MainWindow::showUpdateMessage()
 {
     if (auto *const fade = fadeUpdateAdvisor(0.0, 1.0)) {
+        if (!ui->UpdateAdvisor->isAncestorOf(focusWidget()))
+            focusBeforeAdvisor = focusWidget();
         ui->UpdateAdvisor->show();
-        setPagesEnabled(false);
+        ui->CancelUpdate->setFocus();
         fade->start(QAbstractAnimation::DeleteWhenStopped);
     }
 }
@@ -107,18 +107,30 @@ void MainWindow::showUpdateMessage()
 void MainWindow::closeUpdateMessage()
 {
     if (auto *const fade = fadeUpdateAdvisor(1.0, 0.0)) {
-        connect(fade, &QPropertyAnimation::finished, ui->UpdateAdvisor, &QWidget::hide);
-        setPagesEnabled(true);
+        connect(fade, &QPropertyAnimation::finished, this, &MainWindow::hideUpdateAdvisor);
         fade->start(QAbstractAnimation::DeleteWhenStopped);
     }
 }
 
-/// Lets the keyboard reach what lies under the advisor, or keeps it off as the advisor keeps the
-/// pointer off.
-void MainWindow::setPagesEnabled(bool enabled)
+void MainWindow::hideUpdateAdvisor()
 {
-    for (auto *const part : {ui->SideMenu, ui->MainMenu, ui->SettingsMenu, ui->HelpMenu})
-        part->setEnabled(enabled);
+    if (ui->UpdateAdvisor->isAncestorOf(focusWidget())) {
+        if (focusBeforeAdvisor)
+            focusBeforeAdvisor->setFocus();
+        else
+            focusWidget()->clearFocus();
+    }
+    ui->UpdateAdvisor->hide();
+}
+
+bool MainWindow::focusNextPrevChild(bool next)
+{
+    if (ui->UpdateAdvisor->isHidden())
+        return QMainWindow::focusNextPrevChild(next);
+    // The pages are only covered: disabled they would change their look.
+    auto *const button = focusWidget() == ui->CancelUpdate ? ui->StartUpdate : ui->CancelUpdate;
+    button->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
 }
 
 /// A fade of the update advisor, not yet started; null when the advisor has no opacity effect.

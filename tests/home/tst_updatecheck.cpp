@@ -1,3 +1,4 @@
+#include "home/updatecheck.h"
 #include "tests/home/homewindow.h"
 #include "tests/home/updateserver.h"
 
@@ -5,6 +6,9 @@
 #include <QGraphicsOpacityEffect>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QScopedValueRollback>
+
+#include <chrono>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -47,6 +51,8 @@ private slots:
     void aSmallAnswerThatUnpacksToALargeOneIsCutOff();
     void aDocumentOfReasonableSizeIsRead();
     void aServerThatNeverAnswersHoldsNothingUp();
+    void aServerThatNeverAnswersIsGivenUp();
+    void aServerHasHalfAMinuteForItsAnswer();
 
 private:
     static void trust(const QList<QSslCertificate> &authorities)
@@ -296,6 +302,23 @@ void TestUpdateCheck::aServerThatNeverAnswersHoldsNothingUp()
     QCOMPARE(QApplication::exec(), 0);
     home.reset();
     QVERIFY2(timer.elapsed() < 1000, qPrintable(u"%1 ms"_s.arg(timer.elapsed())));
+}
+
+void TestUpdateCheck::aServerThatNeverAnswersIsGivenUp()
+{
+    server->onRequest = {};
+    QScopedValueRollback patience(serverPatience, std::chrono::milliseconds(1000));
+    HomeWindow home;
+    serverPatience = std::chrono::seconds(30); // for what is asked from here on
+    QTRY_COMPARE(server->requests.size(), 1);
+    QCOMPARE(server->openTunnels, 1);
+    QTRY_COMPARE(server->openTunnels, 0);
+    QVERIFY(staysSilent(home));
+}
+
+void TestUpdateCheck::aServerHasHalfAMinuteForItsAnswer()
+{
+    QCOMPARE(serverPatience, std::chrono::seconds(30));
 }
 
 QTEST_MAIN(TestUpdateCheck)
