@@ -43,7 +43,24 @@ constexpr int closeDelay = 500; // ms
 class ProgressDialog : public QDialog
 {
 public:
-    using QDialog::QDialog;
+    explicit ProgressDialog(QWidget *parent)
+        : QDialog(parent)
+        , bar(new QProgressBar)
+    {
+        setWindowTitle(u"Eliminando datos"_s);
+        setModal(true);
+        bar->setRange(0, 100);
+        bar->setValue(0);
+        bar->setMinimumWidth(progressWidth);
+        // Dark enough for the white figure on it.
+        QPalette dark = bar->palette();
+        dark.setColor(QPalette::Highlight, progressColor);
+        bar->setPalette(dark);
+        (new QVBoxLayout(this))->addWidget(bar);
+    }
+
+    /// In per cent.
+    void setValue(int value) { bar->setValue(value); }
 
 protected:
     void keyPressEvent(QKeyEvent *event) override { event->ignore(); }
@@ -54,6 +71,9 @@ protected:
         else
             QDialog::closeEvent(event);
     }
+
+private:
+    QProgressBar *bar;
 };
 
 /// The rectangles that a cover of the cache button passes through.
@@ -183,17 +203,6 @@ void MainWindow::deleteAll()
     }
 
     auto *const dialog = new ProgressDialog(this);
-    dialog->setWindowTitle(u"Eliminando datos"_s);
-    auto *const bar = new QProgressBar;
-    bar->setRange(0, 100);
-    bar->setValue(0);
-    bar->setMinimumWidth(progressWidth);
-    // Dark enough for the white figure on it.
-    QPalette palette = bar->palette();
-    palette.setColor(QPalette::Highlight, progressColor);
-    bar->setPalette(palette);
-    (new QVBoxLayout(dialog))->addWidget(bar);
-    dialog->setModal(true);
     dialog->show();
     QCoreApplication::processEvents();
 
@@ -203,23 +212,21 @@ void MainWindow::deleteAll()
 
     const auto step = [&] {
         progress += progressStep;
-        bar->setValue(progress);
+        dialog->setValue(progress);
         if (progress < 100)
             return;
 
         timer->stop();
-        const bool removed = removeTree(QFileInfo(dataPath));
-        if (!removed) {
+        if (removeTree(QFileInfo(dataPath))) {
+            QTimer::singleShot(closeDelay, this, &MainWindow::close);
+            loop.quit();
+        } else {
+            // Wanted: the loop runs on, and the program lives in it until it ends.
             QMessageBox::critical(dialog, u"Error"_s, u"No se pudo eliminar la carpeta raíz."_s);
         }
         timer->deleteLater();
         dialog->close();
         dialog->deleteLater();
-        if (removed) {
-            QTimer::singleShot(closeDelay, this, &MainWindow::close);
-            loop.quit();
-        }
-        // Wanted: after a failure the loop runs on, and the program lives in it until it ends.
     };
     // The loop is the context: the steps need the variables here, and end with them at the latest.
     connect(timer, &QTimer::timeout, &loop, step, Qt::DirectConnection);
