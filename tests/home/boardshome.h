@@ -2,9 +2,9 @@
 
 #include "board/boardwindow.h"
 #include "tests/home/homewindow.h"
+#include "tests/home/writtenfile.h"
 
 #include <QDateTime>
-#include <QDir>
 #include <QGraphicsScene>
 #include <QGraphicsView>
 #include <QLabel>
@@ -12,18 +12,6 @@
 
 inline const QByteArray emptyBoard = R"({"items": []})";
 inline const QByteArray boardWithANote = R"({"items": [{"type": "postit", "x": 100, "y": 100}]})";
-
-/// Writes a file and the folders above it, and dates it \a changed.
-inline void writeFile(const QString &path, const QByteArray &content, const QDateTime &changed = {})
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("Cannot write %s.", qPrintable(path));
-    file.flush();
-    if (changed.isValid() && !file.setFileTime(changed, QFileDevice::FileModificationTime))
-        qFatal("Cannot date %s.", qPrintable(path));
-}
 
 /// Seven minutes past \a hour on a day of March 2026.
 inline QDateTime march(int day, int hour = 14)

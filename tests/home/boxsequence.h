@@ -29,17 +29,8 @@ private:
             return;
         last = box;
         const QString answer = answers.value(seen.size());
-        BoxContents contents{box->windowTitle(), box->text(), box->icon(), {}, box->parentWidget()};
-        QAbstractButton *chosen = nullptr;
-        const auto buttons = box->buttons();
-        for (auto *button : buttons) {
-            const QString text = button->text().remove(u'&');
-            contents.buttons << text;
-            if (text == answer)
-                chosen = button;
-        }
-        seen << contents;
-        if (chosen)
+        seen << contentsOf(*box);
+        if (auto *const chosen = buttonOf(*box, answer))
             chosen->click();
         else
             box->reject();

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "tests/support/limits.h"
+
 #include <QDir>
 #include <QFile>
 
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
-#include <unistd.h>
 #endif
 
 /// A folder from which nothing can be deleted for as long as the object lives, not even by an
@@ -16,44 +17,41 @@ class LockedFolder
 public:
     LockedFolder(const QString &folder, const QString &keep)
 #ifdef Q_OS_UNIX
-        : path(QFile::encodeName(folder))
-        , administrator(::geteuid() == 0)
+        : lock(folder)
     {
         Q_UNUSED(keep);
-        if (administrator) {
-            // Readable all the way down, but owned by someone else.
-            for (QDir dir(folder); dir.path().startsWith(QLatin1String("/tmp/"));) {
-                ::chmod(QFile::encodeName(dir.path()).constData(), 0755);
-                if (!dir.cdUp())
-                    break;
-            }
-        }
-        ::chmod(path.constData(), 0555);
-        if (administrator && ::seteuid(nobody) != 0)
-            qFatal("Cannot step down.");
-    }
-    ~LockedFolder()
-    {
-        if (administrator && ::seteuid(0) != 0)
-            qFatal("Cannot step up again.");
-        ::chmod(path.constData(), 0755);
     }
 #else
-        : open(folder + QLatin1Char('/') + keep)
+        : open(folder + QLatin1Char('/') + keep, FILE_SHARE_READ)
     {
-        // An open file cannot be deleted here.
-        if (!open.open(QIODevice::ReadOnly))
-            qFatal("Cannot open the file to keep.");
     }
 #endif
     Q_DISABLE_COPY_MOVE(LockedFolder)
 
 private:
 #ifdef Q_OS_UNIX
-    static constexpr uid_t nobody = 65534;
-    QByteArray path;
-    bool administrator;
+    /// Takes the right to write away from everybody but an administrator.
+    class Lock
+    {
+    public:
+        explicit Lock(const QString &folder)
+            : path(QFile::encodeName(folder))
+        {
+            // What root has made can be read by others all the way down.
+            for (QDir dir(folder); dir.path().startsWith(QLatin1String("/tmp/")); dir.cdUp())
+                ::chmod(QFile::encodeName(dir.path()).constData(), 0755);
+            ::chmod(path.constData(), 0555);
+        }
+        ~Lock() { ::chmod(path.constData(), 0755); }
+        Q_DISABLE_COPY_MOVE(Lock)
+
+    private:
+        QByteArray path;
+    };
+
+    const Lock lock;
+    const OrdinaryUser user; // gone before the lock is
 #else
-    QFile open;
+    const SharedFile open; // an open file cannot be deleted here
 #endif
 };

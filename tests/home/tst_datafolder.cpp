@@ -2,6 +2,7 @@
 #include "tests/home/homewindow.h"
 #include "tests/home/lockedfolder.h"
 #include "tests/home/progresswatch.h"
+#include "tests/home/writtenfile.h"
 
 #include <QAbstractItemModel>
 #include <QElapsedTimer>
@@ -15,14 +16,6 @@ namespace {
 
 const QString confirmTitle = u"Confirmar eliminación"_s;
 const QString noRootFolder = u"No hubo datos por eliminar, la carpeta raíz no existe."_s;
-
-void writeFile(const QString &path)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write("x") != 1)
-        qFatal("Cannot write %s.", qPrintable(path));
-}
 
 /// Whether something has that name, be it a link that leads nowhere.
 bool stands(const QString &path)

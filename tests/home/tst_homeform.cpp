@@ -5,7 +5,6 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMetaMethod>
-#include <QTabBar>
 #include <QTabWidget>
 #include <QToolButton>
 
@@ -35,6 +34,8 @@ QImage picture(const QIcon &icon)
 
 } // namespace
 
+// What the home window is made of: its widgets with their places, texts, pictures, fonts and style
+// sheets.
 class TestHomeForm : public QObject
 {
     Q_OBJECT
@@ -57,7 +58,6 @@ private slots:
     void everyStyleSheetIsTheStatedOne_data() { addRows(sheetRows, "sheet", &SheetRow::sheet); }
     void everyStyleSheetIsTheStatedOne();
     void theWindowHasItsTitleIconAndStyle();
-    void theRulesAreDrawnInTheirColors();
     void theActionsShowTheirTextUnderTheIcon();
     void theOwnershipNoticeNamesTheMakerAndFits();
     void theCheckBoxesAreMadeInTheirOrder();
@@ -68,7 +68,6 @@ private slots:
     void aHelpTabHoldsItsTexts();
     void noHelpTextIsCut_data() { aHelpTabHoldsItsTexts_data(); }
     void noHelpTextIsCut();
-    void onlyTheSelectedHelpTabIsWide();
 
 private:
     std::unique_ptr<HomeWindow> home;
@@ -171,20 +170,6 @@ void TestHomeForm::theWindowHasItsTitleIconAndStyle()
     QCOMPARE(window.focusPolicy(), Qt::NoFocus);
 }
 
-void TestHomeForm::theRulesAreDrawnInTheirColors()
-{
-    const auto holds = [this](const QString &name, const QColor &color) {
-        const QImage image = home->child(name)->grab().toImage();
-        for (int y = 0; y < image.height(); ++y) {
-            if (image.pixelColor(image.width() / 2, y) == color)
-                return true;
-        }
-        return false;
-    };
-    QVERIFY(holds(u"Separator"_s, Qt::black));
-    QVERIFY(holds(u"SeparatorMenu"_s, QColor(0xac, 0xac, 0xac)));
-}
-
 void TestHomeForm::theActionsShowTheirTextUnderTheIcon()
 {
     for (const auto &name : {u"NewProject"_s, u"ImportProject"_s})
@@ -195,8 +180,6 @@ void TestHomeForm::theOwnershipNoticeNamesTheMakerAndFits()
 {
     const auto *const notice = home->child<QLabel>(u"BetaMessage"_s);
     QVERIFY(notice->text().contains(u"Orvane"_s));
-    QVERIFY(notice->wordWrap());
-    QCOMPARE(notice->alignment(), Qt::AlignLeft | Qt::AlignVCenter);
     QVERIFY(notice->heightForWidth(notice->width()) <= notice->height());
 }
 
@@ -279,14 +262,6 @@ void TestHomeForm::noHelpTextIsCut()
     }
     tabs->setCurrentIndex(0);
     home->window.NavMain();
-}
-
-void TestHomeForm::onlyTheSelectedHelpTabIsWide()
-{
-    const auto *const bar = home->child<QTabWidget>(u"HelpWidget"_s)->tabBar();
-    QVERIFY(bar->tabRect(0).width() >= 120);
-    for (int i = 1; i < bar->count(); ++i)
-        QVERIFY(bar->tabRect(i).width() < 60);
 }
 
 QTEST_MAIN(TestHomeForm)

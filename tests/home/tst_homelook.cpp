@@ -1,13 +1,10 @@
 #include "tests/home/homewindow.h"
-#include "tests/support/filedialoganswer.h"
 
 #include <QFontInfo>
 #include <QLabel>
-#include <QListWidget>
 #include <QPushButton>
 #include <QTabBar>
 #include <QTabWidget>
-#include <QTranslator>
 
 #include <algorithm>
 
@@ -45,21 +42,6 @@ const char *const overlayLabels[] = {
     "InstallerLogo", "UpdateIcon",     "NewVersionDesc_2",
 };
 
-/// Translates every text of the home window into something else.
-class Backwards : public QTranslator
-{
-public:
-    bool isEmpty() const override { return false; }
-    QString translate(const char *context, const char *source, const char *, int) const override
-    {
-        if (QByteArrayView(context) != "MainWindow")
-            return {};
-        QString text = QString::fromUtf8(source);
-        std::ranges::reverse(text);
-        return text;
-    }
-};
-
 QString withoutBlanks(QString text)
 {
     return text.remove(u' ').remove(u'\n').remove(u'\t');
@@ -67,6 +49,8 @@ QString withoutBlanks(QString text)
 
 } // namespace
 
+// How the home window looks: what its texts are aligned to and set in, and what its style sheets come
+// to on the screen.
 class TestHomeLook : public QObject
 {
     Q_OBJECT
@@ -82,11 +66,10 @@ private slots:
     void theCoverOfTheCacheButtonCannotBeClicked();
     void theAdvisorsLabelsLetTheCardShow();
     void theAdvisorsButtonsAreOutlined();
+    void theRulesAreDrawnInTheirColors();
     void onlyTheSelectedHelpTabShowsItsText();
+    void onlyTheSelectedHelpTabIsWide();
     void previewsFillTheirLabels();
-    void theOpenDialogStartsInTheDefaultFolder();
-    void theOpenDialogIsTranslated();
-    void aDataFolderThatCannotBeMadeLeavesTheListEmpty();
 
 private:
     std::unique_ptr<HomeWindow> home;
@@ -164,6 +147,20 @@ void TestHomeLook::theAdvisorsButtonsAreOutlined()
                 {u"background-color: #bfbfbf;"_s, u"border-radius: 5px;"_s}));
 }
 
+void TestHomeLook::theRulesAreDrawnInTheirColors()
+{
+    const auto holds = [this](const QString &name, const QColor &color) {
+        const QImage image = home->child(name)->grab().toImage();
+        for (int y = 0; y < image.height(); ++y) {
+            if (image.pixelColor(image.width() / 2, y) == color)
+                return true;
+        }
+        return false;
+    };
+    QVERIFY(holds(u"Separator"_s, Qt::black));
+    QVERIFY(holds(u"SeparatorMenu"_s, QColor(0xac, 0xac, 0xac)));
+}
+
 void TestHomeLook::onlyTheSelectedHelpTabShowsItsText()
 {
     const QString sheet = withoutBlanks(home->child(u"HelpWidget"_s)->styleSheet());
@@ -184,6 +181,14 @@ void TestHomeLook::onlyTheSelectedHelpTabShowsItsText()
     QCOMPARE(imageWith(u"MMMM"_s), imageWith(u"iiii"_s));
 }
 
+void TestHomeLook::onlyTheSelectedHelpTabIsWide()
+{
+    const auto *const bar = home->child<QTabWidget>(u"HelpWidget"_s)->tabBar();
+    QVERIFY(bar->tabRect(0).width() >= 120);
+    for (int i = 1; i < bar->count(); ++i)
+        QVERIFY(bar->tabRect(i).width() < 60);
+}
+
 void TestHomeLook::previewsFillTheirLabels()
 {
     const auto labels = home->child(u"HelpWidget"_s)->findChildren<QLabel *>();
@@ -191,40 +196,6 @@ void TestHomeLook::previewsFillTheirLabels()
         if (!label->pixmap().isNull())
             QVERIFY2(label->hasScaledContents(), qPrintable(label->objectName()));
     }
-}
-
-void TestHomeLook::theOpenDialogStartsInTheDefaultFolder()
-{
-    const FileDialogAnswer answer{QString()};
-    home->click(u"ImportProject"_s);
-    QVERIFY(answer.seen());
-    // An empty start folder is the folder that the program runs in, not the data folder.
-    QCOMPARE(answer.dialog().folder, QDir::currentPath());
-}
-
-void TestHomeLook::theOpenDialogIsTranslated()
-{
-    Backwards translator;
-    QCoreApplication::installTranslator(&translator);
-    const FileDialogAnswer answer{QString()};
-    home->click(u"ImportProject"_s);
-    QCoreApplication::removeTranslator(&translator);
-    QVERIFY(answer.seen());
-    QCOMPARE(answer.dialog().caption, u"otceyorp rirbA"_s);
-    QCOMPARE(answer.dialog().filters, QStringList{u")zrtv.*( aramulP ed arraziP"_s});
-}
-
-void TestHomeLook::aDataFolderThatCannotBeMadeLeavesTheListEmpty()
-{
-    QVERIFY(QDir(home->path(u"Documents"_s)).removeRecursively());
-    QFile inTheWay(home->path(u"Documents"_s));
-    QVERIFY(inTheWay.open(QIODevice::WriteOnly));
-    home->window.showProjects();
-    QCOMPARE(home->child<QListWidget>(u"listWidget"_s)->count(), 0);
-    QVERIFY(!QApplication::activeModalWidget());
-    // Nor at a start.
-    const MainWindow next;
-    QCOMPARE(next.findChild<QListWidget *>(u"listWidget"_s)->count(), 0);
 }
 
 QTEST_MAIN(TestHomeLook)

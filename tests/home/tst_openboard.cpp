@@ -1,7 +1,8 @@
 #include "tests/home/boardshome.h"
 #include "tests/home/boxsequence.h"
+#include "tests/support/filedialoganswer.h"
+#include "tests/support/markingtranslator.h"
 
-#include <QFileDialog>
 #include <QSignalSpy>
 #include <QTimer>
 
@@ -45,6 +46,8 @@ private slots:
     void closingTheBoardThroughTheSystemEndsTheProgram_data();
     void closingTheBoardThroughTheSystemEndsTheProgram();
     void theOpenDialogAsksForBoardFiles();
+    void theOpenDialogStartsInTheDefaultFolder();
+    void theOpenDialogIsTranslated();
     void cancellingTheOpenDialogChangesNothing();
     void theChosenFileIsOpenedAndTheListLeftAlone();
     void aBrokenFileIsReportedAndTheBoardWindowShown();
@@ -209,29 +212,40 @@ void TestOpenBoard::closingTheBoardThroughTheSystemEndsTheProgram()
 
 void TestOpenBoard::theOpenDialogAsksForBoardFiles()
 {
-    QString title;
-    QStringList filters;
-    QWidget *parent = nullptr;
-    const ModalAnswer<QFileDialog> answer([&](QFileDialog &dialog) {
-        title = dialog.windowTitle();
-        filters = dialog.nameFilters();
-        parent = dialog.parentWidget();
-        QCOMPARE(dialog.acceptMode(), QFileDialog::AcceptOpen);
-        QCOMPARE(dialog.fileMode(), QFileDialog::ExistingFile);
-        dialog.reject();
-    });
+    const FileDialogAnswer answer{QString()};
     home->click(u"ImportProject"_s);
     QVERIFY(answer.seen());
-    QCOMPARE(title, u"Abrir proyecto"_s);
-    QCOMPARE(filters, QStringList({u"Pizarra de Plumara (*.vtrz)"_s}));
-    QCOMPARE(parent, &home->window);
+    QCOMPARE(answer.dialog().caption, u"Abrir proyecto"_s);
+    QCOMPARE(answer.dialog().filters, QStringList({u"Pizarra de Plumara (*.vtrz)"_s}));
+    QCOMPARE(answer.dialog().mode, QFileDialog::AcceptOpen);
+    QCOMPARE(answer.dialog().fileMode, QFileDialog::ExistingFile);
+    QCOMPARE(answer.dialog().parent, &home->window);
+}
+
+void TestOpenBoard::theOpenDialogStartsInTheDefaultFolder()
+{
+    const FileDialogAnswer answer{QString()};
+    home->click(u"ImportProject"_s);
+    QVERIFY(answer.seen());
+    // An empty start folder is the folder that the program runs in, not the data folder.
+    QCOMPARE(answer.dialog().folder, QDir::currentPath());
+}
+
+void TestOpenBoard::theOpenDialogIsTranslated()
+{
+    const MarkingTranslator translator("MainWindow");
+    const FileDialogAnswer answer{QString()};
+    home->click(u"ImportProject"_s);
+    QVERIFY(answer.seen());
+    QCOMPARE(answer.dialog().caption, u"<Abrir proyecto>"_s);
+    QCOMPARE(answer.dialog().filters, QStringList{u"<Pizarra de Plumara (*.vtrz)>"_s});
 }
 
 void TestOpenBoard::cancellingTheOpenDialogChangesNothing()
 {
     home->writeBoards(1);
     const QSignalSpy rebuilt(home->list()->model(), &QAbstractItemModel::modelReset);
-    const ModalAnswer<QFileDialog> answer([](QFileDialog &dialog) { dialog.reject(); });
+    const FileDialogAnswer answer{QString()};
     home->click(u"ImportProject"_s);
     QVERIFY(answer.seen());
     QVERIFY(home->window.isVisible());
@@ -244,10 +258,7 @@ void TestOpenBoard::theChosenFileIsOpenedAndTheListLeftAlone()
     const QString path = home->path(u"elsewhere/plan.vtrz"_s);
     writeFile(path, boardWithANote);
     writeFile(home->boardPath(u"unlisted.vtrz"_s), emptyBoard);
-    const ModalAnswer<QFileDialog> answer([&](QFileDialog &dialog) {
-        dialog.selectFile(path);
-        QMetaObject::invokeMethod(&dialog, "accept");
-    });
+    const FileDialogAnswer answer(path);
     home->click(u"ImportProject"_s);
     QVERIFY(answer.seen());
     QVERIFY(home->boardIsOpen());
@@ -261,10 +272,7 @@ void TestOpenBoard::aBrokenFileIsReportedAndTheBoardWindowShown()
     const QString path = home->path(u"broken.vtrz"_s);
     writeFile(path, "no board");
     const BoxSequence sequence({u"OK"_s});
-    const ModalAnswer<QFileDialog> answer([&](QFileDialog &dialog) {
-        dialog.selectFile(path);
-        QMetaObject::invokeMethod(&dialog, "accept");
-    });
+    const FileDialogAnswer answer(path);
     home->click(u"ImportProject"_s);
     QVERIFY(answer.seen());
     QCOMPARE(sequence.boxes().size(), 1);

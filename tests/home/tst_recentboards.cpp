@@ -41,7 +41,9 @@ private slots:
     // The list
     void anEmptyFolderGivesAnEmptyList();
     void aMissingFolderIsMadeSilently();
+    void aDataFolderThatCannotBeMadeLeavesTheListEmpty();
     void aRowHoldsNameInfoAndPath();
+    void aRowIsDatedInTheDefaultLocale();
     void theNewestBoardComesFirst();
     void boardsOfTheSameTimeKeepTheOrderOfTheFolder();
     void otherFilesAndFoldersAreNotListed();
@@ -75,6 +77,18 @@ void TestRecentBoards::aMissingFolderIsMadeSilently()
     QVERIFY(!QApplication::activeModalWidget());
 }
 
+void TestRecentBoards::aDataFolderThatCannotBeMadeLeavesTheListEmpty()
+{
+    QVERIFY(QDir(home->path(u"Documents"_s)).removeRecursively());
+    writeFile(home->path(u"Documents"_s)); // in the way
+    home->window.showProjects();
+    QCOMPARE(home->list()->count(), 0);
+    QVERIFY(!QApplication::activeModalWidget());
+    // Nor at a start.
+    const MainWindow next;
+    QCOMPARE(next.findChild<QListWidget *>(u"listWidget"_s)->count(), 0);
+}
+
 void TestRecentBoards::aRowHoldsNameInfoAndPath()
 {
     writeFile(home->boardPath(u"Pizarra1.vtrz"_s), emptyBoard, march(5));
@@ -85,6 +99,16 @@ void TestRecentBoards::aRowHoldsNameInfoAndPath()
     QCOMPARE(row->text(), u"Pizarra1.vtrz"_s);
     QCOMPARE(row->data(infoRole).toString(), QString(home->dataPath() + " - 05/03/2026 14:07"_L1));
     QCOMPARE(row->data(pathRole).toString(), home->boardPath(u"Pizarra1.vtrz"_s));
+}
+
+void TestRecentBoards::aRowIsDatedInTheDefaultLocale()
+{
+    writeFile(home->boardPath(u"Pizarra1.vtrz"_s), emptyBoard, march(5));
+    const QLocale mexican;
+    QLocale::setDefault(QLocale(QLocale::Arabic, QLocale::Egypt));
+    home->window.showProjects();
+    QLocale::setDefault(mexican);
+    QVERIFY(home->list()->item(0)->data(infoRole).toString().endsWith(u" - ٠٥/٠٣/٢٠٢٦ ١٤:٠٧"_s));
 }
 
 void TestRecentBoards::theNewestBoardComesFirst()

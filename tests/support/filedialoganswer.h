@@ -13,6 +13,7 @@ struct FileDialogContents
     QString folder;
     QStringList filters;
     QFileDialog::AcceptMode mode = QFileDialog::AcceptOpen;
+    QFileDialog::FileMode fileMode = QFileDialog::AnyFile;
     QFileDialog::Options options;
     QWidget *parent = nullptr;
 };
@@ -33,7 +34,8 @@ private:
     void reply(QFileDialog &dialog, const QString &name)
     {
         contents = {dialog.windowTitle(), dialog.directory().path(), dialog.nameFilters(),
-                    dialog.acceptMode(),  dialog.options(),          dialog.parentWidget()};
+                    dialog.acceptMode(),  dialog.fileMode(),         dialog.options(),
+                    dialog.parentWidget()};
         auto *const edit = dialog.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
         edit->setText(name);
         // In case the answer is refused, the dialog must not stay open for ever.
