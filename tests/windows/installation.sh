@@ -49,6 +49,16 @@ is_a_page() {
     ((HEIGHT > 300))
 }
 
+# All but the buttons, which also look different while they are pressed.
+page() { cut_out 0 0 490 310 | sha256sum; }
+is_another_page() { [[ $(page) != "$1" ]]; }
+turn_page() {
+    local before
+    before=$(page)
+    keys Return
+    eventually "the next page does not come" is_another_page "$before"
+}
+
 # The last page of the installer has a dark picture on its left.
 is_last_page() { (($(ink 0 0 40 300) > 11000)); }
 
