@@ -14,6 +14,7 @@ constexpr QPoint infoOffset(60, 42); // of the base line
 
 } // namespace
 
+// The icon is looked up once: a look-up for every row is slow.
 MainWindow::ProjectDelegate::ProjectDelegate()
     : documentIcon(QIcon::fromTheme(u"document"_s, QIcon(u":/img/plumdoc.png"_s)))
 { }

@@ -16,6 +16,7 @@ private slots:
 
     void theCoversRunTheirCourse_data();
     void theCoversRunTheirCourse();
+    void theCoversStartWhereTheyAre();
     void theEffectLastsFourSecondsAndIsKept();
     void theCacheButtonWorksOnce();
     void clearingTheCacheTouchesNoFile();
@@ -71,6 +72,26 @@ void TestCacheEffect::theCoversRunTheirCourse()
     effect()->setCurrentTime(time);
     QCOMPARE(cover(u"CleanedCacheW"_s), strip);
     QCOMPARE(cover(u"CleanedCacheS"_s), label);
+}
+
+void TestCacheEffect::theCoversStartWhereTheyAre()
+{
+    home->window.NavSettings();
+    home->child(u"CleanedCacheW"_s)->setGeometry(7, 3, 0, 20);
+    home->child(u"CleanedCacheS"_s)->setGeometry(2, 5, 0, 24);
+    home->click(u"ClearCacheBtn"_s);
+    QVERIFY(effect());
+    effect()->pause();
+    effect()->setCurrentTime(250);
+    QCOMPARE(cover(u"CleanedCacheW"_s), QRect(7, 3, 175, 20));
+    QCOMPARE(cover(u"CleanedCacheS"_s), QRect(2, 5, 175, 24));
+    effect()->setCurrentTime(3450);
+    QCOMPARE(cover(u"CleanedCacheW"_s), QRect(182, 3, 0, 20));
+    effect()->setCurrentTime(3850);
+    QCOMPARE(cover(u"CleanedCacheS"_s), QRect(177, 5, 0, 24));
+    effect()->setCurrentTime(4050);
+    QCOMPARE(cover(u"CleanedCacheW"_s), QRect(0, 30, 0, 20));
+    QCOMPARE(cover(u"CleanedCacheS"_s), QRect(0, 30, 0, 24));
 }
 
 void TestCacheEffect::theEffectLastsFourSecondsAndIsKept()

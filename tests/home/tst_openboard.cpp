@@ -6,6 +6,8 @@
 #include <QSignalSpy>
 #include <QTimer>
 
+#include <functional>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -17,6 +19,29 @@ struct Connections : QObject
     {
         return (sender.*(&Connections::receivers))(signal);
     }
+};
+
+/// Keeps which windows of the program are shown and hidden, in their order, and the name on the
+/// board when that is shown.
+class WindowEvents : public QObject
+{
+public:
+    WindowEvents() { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const bool shown = event->type() == QEvent::Show;
+        if (qobject_cast<QMainWindow *>(watched) && (shown || event->type() == QEvent::Hide)) {
+            const QString name = QString::fromLatin1(watched->metaObject()->className());
+            order << name + (shown ? u" shown"_s : u" hidden"_s);
+            if (shown)
+                boardName = watched->findChild<QLabel *>(u"NombreProyectoTxt"_s)->text();
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+    QStringList order;
+    QString boardName;
 };
 
 } // namespace
@@ -39,6 +64,10 @@ private slots:
     void aClickOnNoBoardDoesNothing();
     void aVanishedBoardIsReportedOnceAndTheBoardWindowShown();
     void theListIsNotRefreshedWhenTheBoardCloses();
+
+    // However a board is opened
+    void theBoardIsNamedAndShownBeforeTheHomeWindowGoes_data();
+    void theBoardIsNamedAndShownBeforeTheHomeWindowGoes();
 
     // The two actions
     void newBoardShowsAnEmptyBoard();
@@ -161,6 +190,32 @@ void TestOpenBoard::theListIsNotRefreshedWhenTheBoardCloses()
     QCOMPARE(home->listed(), QStringList({u"b1.vtrz"_s}));
     home->clickRow(0);
     QCOMPARE(home->listed(), QStringList({u"later.vtrz"_s, u"b1.vtrz"_s}));
+}
+
+void TestOpenBoard::theBoardIsNamedAndShownBeforeTheHomeWindowGoes_data()
+{
+    using Way = std::function<void(BoardsHome &)>;
+    QTest::addColumn<Way>("open");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("new") << Way([](BoardsHome &window) { window.click(u"NewProject"_s); })
+                         << u"Pizarra1.vrtz"_s;
+    QTest::newRow("from the dialog") << Way([](BoardsHome &window) {
+        const FileDialogAnswer answer(window.boardPath(u"b2.vtrz"_s));
+        window.click(u"ImportProject"_s);
+    }) << u"b2.vtrz"_s;
+    QTest::newRow("from the list")
+        << Way([](BoardsHome &window) { window.clickRow(0); }) << u"b1.vtrz"_s;
+}
+
+void TestOpenBoard::theBoardIsNamedAndShownBeforeTheHomeWindowGoes()
+{
+    QFETCH(const std::function<void(BoardsHome &)>, open);
+    QFETCH(const QString, name);
+    home->writeBoards(2);
+    const WindowEvents events;
+    open(*home);
+    QCOMPARE(events.order, QStringList({u"BoardWindow shown"_s, u"MainWindow hidden"_s}));
+    QCOMPARE(events.boardName, name);
 }
 
 void TestOpenBoard::newBoardShowsAnEmptyBoard()

@@ -1,6 +1,7 @@
 #include "tests/home/boardshome.h"
 
 #include <QElapsedTimer>
+#include <QIcon>
 #include <QPainter>
 #include <QStyledItemDelegate>
 
@@ -27,6 +28,39 @@ qint64 shortestTime(const std::function<void()> &work)
     }
     return shortest;
 }
+
+/// For as long as it lives, the desktop's theme has no icon but a magenta one named \c iconName.
+class MagentaTheme
+{
+public:
+    explicit MagentaTheme(const QString &iconName)
+    {
+        const QString theme = folder.filePath(u"magenta"_s);
+        writeFile(theme + u"/index.theme"_s,
+                  "[Icon Theme]\nName=magenta\nDirectories=64x64\n\n[64x64]\nSize=64\n");
+        QDir(theme).mkdir(u"64x64"_s);
+        QImage icon(64, 64, QImage::Format_RGB32);
+        icon.fill(Qt::magenta);
+        if (!icon.save(theme + u"/64x64/"_s + iconName + u".png"_s))
+            qFatal("Cannot save the icon.");
+        QIcon::setThemeSearchPaths({folder.path()});
+        QIcon::setFallbackThemeName({});
+        QIcon::setThemeName(u"magenta"_s);
+    }
+    ~MagentaTheme()
+    {
+        QIcon::setThemeSearchPaths(paths);
+        QIcon::setFallbackThemeName(fallback);
+        QIcon::setThemeName(name);
+    }
+    Q_DISABLE_COPY_MOVE(MagentaTheme)
+
+private:
+    const QStringList paths = QIcon::themeSearchPaths();
+    const QString fallback = QIcon::fallbackThemeName();
+    const QString name = QIcon::themeName();
+    QTemporaryDir folder;
+};
 
 } // namespace
 
@@ -56,6 +90,7 @@ private slots:
     void theSelectedRowIsHighlighted();
     void aRowIsDrawnAsDesigned_data();
     void aRowIsDrawnAsDesigned();
+    void theDesktopsOwnDocumentIconIsPreferred();
 
 private:
     std::unique_ptr<BoardsHome> home;
@@ -216,11 +251,16 @@ void TestRecentBoards::aRowIsDrawnAsDesigned()
 {
     QFETCH(const int, row);
     QFETCH(const bool, selected);
+    const MagentaTheme withoutADocument(u"another"_s);
+    home = std::make_unique<BoardsHome>();
     home->writeBoards(2);
 
     QStyleOptionViewItem option;
     option.rect = QRect(7, 11, 600, 60);
-    option.palette.setColor(QPalette::Highlight, Qt::yellow);
+    const QBrush highlight(Qt::yellow, Qt::Dense4Pattern);
+    option.palette.setBrush(QPalette::Highlight, Qt::red);
+    option.palette.setBrush(QPalette::Inactive, QPalette::Highlight, highlight);
+    option.palette.setCurrentColorGroup(QPalette::Inactive);
     option.state.setFlag(QStyle::State_Selected, selected);
     option.state.setFlag(QStyle::State_HasFocus); // no focus frame is wanted
     const auto paintRow = [](auto paint) {
@@ -242,7 +282,7 @@ void TestRecentBoards::aRowIsDrawnAsDesigned()
     const QImage designed = paintRow([&](QPainter &painter) {
         painter.save();
         if (selected)
-            painter.fillRect(option.rect, Qt::yellow);
+            painter.fillRect(option.rect, highlight);
         else if (row == 0)
             painter.fillRect(option.rect, QColor(u"#f5f5f5"_s));
         painter.drawPixmap(12, 16, QPixmap(u":/img/plumdoc.png"_s));
@@ -256,6 +296,14 @@ void TestRecentBoards::aRowIsDrawnAsDesigned()
         painter.restore();
     });
     QCOMPARE(drawn, designed);
+}
+
+void TestRecentBoards::theDesktopsOwnDocumentIconIsPreferred()
+{
+    const MagentaTheme withADocument(u"document"_s);
+    home = std::make_unique<BoardsHome>();
+    home->writeBoards(1);
+    QCOMPARE(home->drawnRow(0).pixelColor(20, 20), QColor(Qt::magenta));
 }
 
 QTEST_MAIN(TestRecentBoards)
