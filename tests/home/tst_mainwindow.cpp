@@ -22,6 +22,22 @@ QStringList navigationState(const HomeWindow &home)
     return state;
 }
 
+/// Keeps the changes of a window's place among the others, and of its being active.
+class Changes : public QObject
+{
+public:
+    explicit Changes(QWidget &window) { window.installEventFilter(this); }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::ZOrderChange || event->type() == QEvent::ActivationChange)
+            all << event->type();
+        return QObject::eventFilter(watched, event);
+    }
+
+    QList<QEvent::Type> all;
+};
+
 } // namespace
 
 class TestMainWindow : public QObject
@@ -43,7 +59,8 @@ private slots:
     void callersByIndexReachTheSlotTheyMean();
     void theWindowCannotBeResized();
     void restoringBringsAMinimisedWindowBack();
-    void restoringLeavesAVisibleWindowAsItIs();
+    void restoringRaisesTheWindowAndThenActivatesIt();
+    void restoringLeavesALargeWindowAsItIs();
     void flashingReportsFalseWhereThereIsNoTaskBar();
     void datesAreMexicanFromNowOn();
     void theDataFolderIsMadeAtStart();
@@ -139,16 +156,26 @@ void TestMainWindow::restoringBringsAMinimisedWindowBack()
     QTRY_VERIFY(home->window.isActiveWindow());
 }
 
-void TestMainWindow::restoringLeavesAVisibleWindowAsItIs()
+void TestMainWindow::restoringRaisesTheWindowAndThenActivatesIt()
 {
     QWidget other;
     other.show();
     other.activateWindow();
     QTRY_VERIFY(other.isActiveWindow());
-    const auto state = home->window.windowState();
+    QTRY_VERIFY(!home->window.isActiveWindow());
+    const Changes changes(home->window);
     home->window.restoreWindow();
     QTRY_VERIFY(home->window.isActiveWindow());
-    QCOMPARE(home->window.windowState() & ~Qt::WindowActive, state & ~Qt::WindowActive);
+    QCOMPARE(changes.all, QList({QEvent::ZOrderChange, QEvent::ActivationChange}));
+}
+
+void TestMainWindow::restoringLeavesALargeWindowAsItIs()
+{
+    home->window.setWindowState(Qt::WindowMaximized);
+    home->window.restoreWindow();
+    const bool stayed = home->window.windowState().testFlag(Qt::WindowMaximized);
+    home->window.setWindowState(Qt::WindowNoState);
+    QVERIFY(stayed);
 }
 
 void TestMainWindow::flashingReportsFalseWhereThereIsNoTaskBar()

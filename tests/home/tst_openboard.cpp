@@ -205,6 +205,11 @@ void TestOpenBoard::theBoardIsNamedAndShownBeforeTheHomeWindowGoes_data()
     }) << u"b2.vtrz"_s;
     QTest::newRow("from the list")
         << Way([](BoardsHome &window) { window.clickRow(0); }) << u"b1.vtrz"_s;
+    QTest::newRow("a vanished one from the list") << Way([](BoardsHome &window) {
+        QFile::remove(window.boardPath(u"b1.vtrz"_s));
+        const BoxSequence sequence({u"OK"_s});
+        window.clickRow(0);
+    }) << u"b1.vtrz"_s;
 }
 
 void TestOpenBoard::theBoardIsNamedAndShownBeforeTheHomeWindowGoes()
