@@ -8,6 +8,8 @@
 
 #include <QTest>
 
+#include <utility>
+
 using namespace Qt::Literals::StringLiterals;
 
 // The eraser: a click erases what lies under it, a drag what its rectangle touches.
@@ -18,9 +20,9 @@ namespace {
 class MortalPixmap : public QGraphicsPixmapItem
 {
 public:
-    MortalPixmap(const QString &name, QStringList &deaths)
+    MortalPixmap(QString name, QStringList &deaths)
         : QGraphicsPixmapItem(QPixmap(100, 100))
-        , itsName(name)
+        , itsName(std::move(name))
         , deleted(deaths)
     { }
     ~MortalPixmap() override { deleted << itsName; }
