@@ -65,7 +65,8 @@ need_packages() {
     echo "Installing ${missing[*]}"
     "${as_root[@]}" apt-get update
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y --no-install-recommends "${missing[@]}" </dev/null
+        apt-get install -y --no-install-recommends "${missing[@]}" </dev/null \
+        || die "could not install: ${missing[*]}"
 }
 
 need_commands() {
