@@ -217,16 +217,17 @@ void MainWindow::deleteAll()
             return;
 
         timer->stop();
-        if (removeTree(QFileInfo(dataPath))) {
-            QTimer::singleShot(closeDelay, this, &MainWindow::close);
-            loop.quit();
-        } else {
-            // Wanted: the loop runs on, and the program lives in it until it ends.
+        const bool removed = removeTree(QFileInfo(dataPath));
+        if (!removed)
             QMessageBox::critical(dialog, u"Error"_s, u"No se pudo eliminar la carpeta raíz."_s);
-        }
         timer->deleteLater();
         dialog->close();
         dialog->deleteLater();
+        if (removed) {
+            QTimer::singleShot(closeDelay, this, &MainWindow::close);
+            loop.quit();
+        }
+        // Wanted: after a failure the loop runs on, and the program lives in it until it ends.
     };
     // The loop is the context: the steps need the variables here, and end with them at the latest.
     connect(timer, &QTimer::timeout, &loop, step, Qt::DirectConnection);
