@@ -50,7 +50,9 @@ private slots:
     void deletingEndsTheProgramHalfASecondLater();
     void everythingInTheFolderGoes();
     void linksInTheFolderGoButNotWhatTheyLeadTo();
+#ifndef Q_OS_WIN
     void aLinkInTheFoldersPlaceGoesButNotWhatItLeadsTo();
+#endif
     void aFolderThatCannotBeDeletedIsReportedAndTheProgramGoesOn();
     void afterAFailureItCanBeTriedAgain();
     void aFolderThatVanishesMeanwhileIsDeleted();
@@ -254,19 +256,18 @@ void TestDataFolder::linksInTheFolderGoButNotWhatTheyLeadTo()
     QVERIFY(stands(home->path(u"outside/kept.txt"_s)));
 }
 
+// On Windows a shortcut in the folder's place is no folder, and wine cannot make a junction.
+#ifndef Q_OS_WIN
 void TestDataFolder::aLinkInTheFoldersPlaceGoesButNotWhatItLeadsTo()
 {
-#ifdef Q_OS_WIN
-    return; // a shortcut in the folder's place is no folder to Windows
-#else
     QVERIFY(QDir(home->dataPath()).removeRecursively());
     writeFile(home->path(u"outside/kept.txt"_s));
     QVERIFY(QFile::link(home->path(u"outside"_s), home->dataPath()));
     QCOMPARE(boxesOf(u"DeleteAll"_s, {u"Aceptar"_s}).size(), 1);
     QVERIFY(!stands(home->dataPath()));
     QVERIFY(stands(home->path(u"outside/kept.txt"_s)));
-#endif
 }
+#endif
 
 void TestDataFolder::aFolderThatCannotBeDeletedIsReportedAndTheProgramGoesOn()
 {

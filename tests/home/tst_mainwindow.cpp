@@ -166,7 +166,8 @@ void TestMainWindow::restoringRaisesTheWindowAndThenActivatesIt()
     const Changes changes(home->window);
     home->window.restoreWindow();
     QTRY_VERIFY(home->window.isActiveWindow());
-    QCOMPARE(changes.all, QList({QEvent::ZOrderChange, QEvent::ActivationChange}));
+    QTRY_VERIFY(changes.all.contains(QEvent::ActivationChange));
+    QCOMPARE(changes.all.constFirst(), QEvent::ZOrderChange);
 }
 
 void TestMainWindow::restoringLeavesALargeWindowAsItIs()
