@@ -22,7 +22,7 @@ QStringList navigationState(const HomeWindow &home)
     return state;
 }
 
-/// Keeps the changes of a window's place among the others, and of its being active.
+/// Keeps that a window's place among the others changes, and whether it is active.
 class Changes : public QObject
 {
 public:
@@ -59,7 +59,7 @@ private slots:
     void callersByIndexReachTheSlotTheyMean();
     void theWindowCannotBeResized();
     void restoringBringsAMinimisedWindowBack();
-    void restoringRaisesTheWindowAndThenActivatesIt();
+    void restoringRaisesTheWindowAndActivatesIt();
     void restoringLeavesALargeWindowAsItIs();
     void flashingReportsFalseWhereThereIsNoTaskBar();
     void datesAreMexicanFromNowOn();
@@ -156,7 +156,7 @@ void TestMainWindow::restoringBringsAMinimisedWindowBack()
     QTRY_VERIFY(home->window.isActiveWindow());
 }
 
-void TestMainWindow::restoringRaisesTheWindowAndThenActivatesIt()
+void TestMainWindow::restoringRaisesTheWindowAndActivatesIt()
 {
     QWidget other;
     other.show();
@@ -167,7 +167,7 @@ void TestMainWindow::restoringRaisesTheWindowAndThenActivatesIt()
     home->window.restoreWindow();
     QTRY_VERIFY(home->window.isActiveWindow());
     QTRY_VERIFY(changes.all.contains(QEvent::ActivationChange));
-    QCOMPARE(changes.all.constFirst(), QEvent::ZOrderChange);
+    QVERIFY(changes.all.contains(QEvent::ZOrderChange));
 }
 
 void TestMainWindow::restoringLeavesALargeWindowAsItIs()
