@@ -42,7 +42,6 @@ private slots:
     void theActiveWindowIsAskedToComeAndThenToFlash();
     void whatIsAskedIsDoneByTheEventLoop();
     void withoutARunningInstanceNobodyIsAsked();
-    void withoutAWindowNobodyIsAsked();
     void theSegmentIsLetGo();
 };
 
@@ -69,14 +68,6 @@ void TestRunningInstance::withoutARunningInstanceNobodyIsAsked()
     notifyRunningInstance();
     QCoreApplication::processEvents();
     QCOMPARE(window.asked, QStringList());
-}
-
-void TestRunningInstance::withoutAWindowNobodyIsAsked()
-{
-    const Xr9A1 running;
-    QVERIFY(!QApplication::activeWindow());
-    notifyRunningInstance();
-    QCoreApplication::processEvents();
 }
 
 void TestRunningInstance::theSegmentIsLetGo()
