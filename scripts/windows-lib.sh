@@ -42,7 +42,9 @@ make_debian_13() {
         [[ -n $mirror ]] || die "finds no Debian mirror: set PLUMARA_DEBIAN_MIRROR to the address of one."
         echo "Making a Debian 13 in $root"
         rm -rf "$half"
-        debootstrap --variant=minbase trixie "$half" "$mirror" >"$cache/debian-13.log" 2>&1 || {
+        # Its mounts go with it, however it ends: removing the half root must not reach through them.
+        unshare --mount --propagation private \
+            debootstrap --variant=minbase trixie "$half" "$mirror" >"$cache/debian-13.log" 2>&1 || {
             rm -rf "$half"
             die "could not make a Debian 13: see $cache/debian-13.log"
         }
