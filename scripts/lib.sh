@@ -4,7 +4,7 @@
 # The one list of Debian packages, by purpose.
 declare -A packages=(
     [build]="cmake ninja-build g++ qt6-base-dev qt6-l10n-tools"
-    [display]="xvfb openbox xdotool x11-utils imagemagick jq fonts-noto-color-emoji"
+    [display]="xvfb openbox xdotool x11-utils x11-xkb-utils imagemagick jq fonts-noto-color-emoji"
     # The version is fixed because every release of clang-format lays some code out differently;
     # 19 is in Debian 12 and 13 alike.
     [lint]="clang-format-19 clang-tidy-19"
@@ -18,7 +18,7 @@ declare -A packages=(
 # The same where there is no apt: the commands that have to be here.
 declare -A commands=(
     [build]="cmake ninja c++"
-    [display]="Xvfb openbox xdotool xprop convert jq"
+    [display]="Xvfb openbox xdotool xprop setxkbmap convert jq"
     [lint]="clang-format clang-tidy"
     [test]="openssl"
     [package]="makensis zip"

@@ -53,7 +53,7 @@ click "${cursor[@]}"
 expect_title "$board_title"
 click 180 352
 keys ctrl+a
-write "Ideas para la clase del lunes"
+write "¿Qué dirán los niños? ¡Más sol!"
 click 530 352
 keys ctrl+a
 write "Traer el mapa y los colores"
@@ -98,7 +98,7 @@ shot guardada
 expect_json "$board_file" 'keys == ["items"] and (.items | length) == 5'
 expect_json "$board_file" '[.items[].type] | sort == ["arrow", "freedraw", "image", "postit", "postit"]'
 expect_json "$board_file" '[.items[] | select(.type == "postit") | [.text, .color]] | sort
-    == [["Ideas para la clase del lunes", 0], ["Traer el mapa y los colores", 1]]'
+    == [["Traer el mapa y los colores", 1], ["¿Qué dirán los niños? ¡Más sol!", 0]]'
 expect_json "$board_file" '.items[] | select(.type == "arrow")
     | .color == "#ff0000" and .width == 9 and .x1 == 560 and .y1 == 120 and .x2 == 760 and .y2 == 252'
 expect_json "$board_file" '.items[] | select(.type == "freedraw")
