@@ -191,13 +191,14 @@ void TestPresentation::theReminderLastsElevenSecondsFromTheFirstEntry()
     QVERIFY(reminds(steady));
     QVERIFY(!reminds(again));
 
-    QTest::qWait(3000);
+    // So late that its own end, 17 seconds from the start, is far from the one that comes.
+    QTest::qWait(6000);
     enterPresentation(again);
     QVERIFY(reminds(again));
 
     QTRY_VERIFY_WITH_TIMEOUT(!reminds(steady) && !reminds(again), 10000);
     const qint64 end = elapsed.elapsed();
-    QVERIFY2(end >= 10500 && end < 12500, QByteArray::number(end).constData());
+    QVERIFY2(end >= 10500 && end < 15500, QByteArray::number(end).constData());
     QVERIFY(presents(steady));
     QVERIFY(presents(again));
 }
