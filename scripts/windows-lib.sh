@@ -1,6 +1,6 @@
-# shellcheck shell=bash
 # Sourced by its neighbours after lib.sh: the place where the Windows program is built, Debian 13,
 # and the Qt that it is built with.
+# shellcheck shell=bash
 
 # What is made once and kept.
 cache=${PLUMARA_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/orvane-plumara}
