@@ -4,6 +4,7 @@
 #include "tests/support/imageoncanvas.h"
 
 #include <QGraphicsEllipseItem>
+#include <QJsonArray>
 #include <QRegularExpression>
 #include <QTest>
 

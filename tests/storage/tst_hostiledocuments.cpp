@@ -3,6 +3,7 @@
 #include "tests/support/boarddocuments.h"
 
 #include <QImage>
+#include <QJsonArray>
 #include <QPainter>
 #include <QTest>
 
