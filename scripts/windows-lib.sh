@@ -19,7 +19,7 @@ windows_qt_release=6.8
 # a Debian 13 of its own, which sees the same project, and ends with the script's exit code.
 on_debian_13() {
     [[ $(release) != trixie ]] || return 0
-    ((EUID == 0)) || die "needs root rights to make and enter a Debian 13 here: start it with sudo," \
+    (($(id -u) == 0)) || die "needs root rights to make and enter a Debian 13 here: start it with sudo," \
         "or on Debian 13."
     mkdir -p "$cache"
     make_debian_13
