@@ -26,7 +26,7 @@ declare -A packages=(
     [qt]="dpkg-dev g++ qt6-base-dev qt6-base-dev-tools"
     [debian13]="debootstrap debian-archive-keyring"
 )
-# The commands, for whoever installs by hand. A comma stands between names of which one is enough.
+# The commands, for people who install by hand. Of names with a comma between them one is enough.
 declare -A commands=(
     [build]="cmake ninja c++"
     [display]="Xvfb openbox xdotool xprop xwininfo setxkbmap convert import jq"

@@ -78,6 +78,7 @@ in_debian_13() {
     ' bash "$root" 3 "$PWD" "$cache" "$PLUMARA_QT_WINDOWS" \
         /usr/bin/env -i HOME=/root PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin \
         LC_ALL=C.UTF-8 TERM="${TERM:-dumb}" ${CI:+CI="$CI"} ${http_proxy:+http_proxy="$http_proxy"} \
+        ${CMAKE_BUILD_PARALLEL_LEVEL:+CMAKE_BUILD_PARALLEL_LEVEL="$CMAKE_BUILD_PARALLEL_LEVEL"} \
         PLUMARA_CACHE="$cache" PLUMARA_QT_WINDOWS="$PLUMARA_QT_WINDOWS" \
         bash -c 'cd "$1" && shift && exec "$@"' bash "$PWD" "$@"
 }
