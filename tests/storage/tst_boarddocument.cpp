@@ -2,6 +2,7 @@
 
 #include "tests/support/boarddocuments.h"
 #include "tests/support/imageoncanvas.h"
+#include "tests/support/main/registeredtest.h"
 
 #include <QGraphicsEllipseItem>
 #include <QRegularExpression>
@@ -351,5 +352,5 @@ void TestBoardDocument::savingChangesNothingOnTheBoard()
     QCOMPARE(before.size(), 4);
 }
 
-QTEST_MAIN(TestBoardDocument)
+PLUMARA_TEST(TestBoardDocument)
 #include "tst_boarddocument.moc"
