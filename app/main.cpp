@@ -1,3 +1,4 @@
+// Starts the program: style, guard, translation, home window.
 #include "app/runninginstance.h"
 #include "app/translation.h"
 #include "app/xr9a1.h"

@@ -1,3 +1,4 @@
+// Asks for the attention of the person in the place of a second instance.
 #include "app/runninginstance.h"
 
 #include "app/xr9a1.h"

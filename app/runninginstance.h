@@ -1,6 +1,9 @@
+// What a second start of the program does.
 #pragma once
 
-/// Asks the windows of the program to come to the front and to draw attention; does nothing when no
-/// instance runs. A second instance has no window of its own, and none of another process can be
-/// reached, so nothing happens today; the call stands for the day when there is a way over.
+// Quirk: a second start of the program shows nothing and brings no window to the front, because it
+// asks only windows of its own process, and it has none.
+
+/// Asks the active window of this process to come to the front and to draw attention, while another
+/// instance holds the segment of the guard; does nothing when none does.
 void notifyRunningInstance();

@@ -1,3 +1,4 @@
+// Finds the translation for the person's languages and installs it.
 #include "app/translation.h"
 
 #include <QCoreApplication>

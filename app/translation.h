@@ -1,3 +1,4 @@
+// The translation of the program and of the toolkit's own texts.
 #pragma once
 
 #include <QStringList>

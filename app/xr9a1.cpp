@@ -1,3 +1,4 @@
+// Holds the shared-memory segment by which instances know of each other.
 #include "app/xr9a1.h"
 
 namespace {

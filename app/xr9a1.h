@@ -1,3 +1,4 @@
+// The guard that lets only one instance of the program run.
 #pragma once
 
 #include <QObject>

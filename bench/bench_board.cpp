@@ -106,9 +106,8 @@ void openBoard(benchmark::State &state)
     const QByteArray file = boardFile();
     while (state.KeepRunning()) {
         QGraphicsScene scene(0, 0, 1920, 1080);
-        const auto elements = elementsOf(QJsonDocument::fromJson(file).object());
-        for (const auto &element : elements)
-            scene.addItem(itemFromElement(element.toObject()).release());
+        for (auto &item : itemsOf(QJsonDocument::fromJson(file).object()))
+            scene.addItem(item.release());
     }
 }
 

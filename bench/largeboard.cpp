@@ -1,3 +1,4 @@
+// Makes boards large enough to measure with.
 #include "bench/largeboard.h"
 
 #include "items/freedrawitem.h"

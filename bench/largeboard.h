@@ -1,3 +1,4 @@
+// Boards large enough to measure with.
 #pragma once
 
 class QGraphicsScene;

@@ -1,13 +1,9 @@
+// Saves the board to its file and opens boards.
 #include "board/boardwindow.h"
 
-#include "items/arrowlineitem.h"
-#include "items/freedrawitem.h"
-#include "items/resizablepixmapitem.h"
-#include "items/stickynoteitem.h"
+#include "items/boarditems.h"
 #include "storage/boarddocument.h"
 #include "storage/boardfile.h"
-
-#include "ui_boardwindow.h"
 
 #include <QDir>
 #include <QFileDialog>
@@ -15,34 +11,33 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-// Saving the board to its file and opening boards.
-
 namespace {
 
-/// Marks the board unsaved when \a item, if it is an \c Item, tells that it was modified.
-template <typename Item> void watchAs(QGraphicsItem *item, BoardWindow *window)
+/// Marks the board in \a window unsaved when \a item tells that it was modified.
+void watch(QGraphicsItem *item, BoardWindow *window)
 {
-    if (auto *const watched = dynamic_cast<Item *>(item)) {
-        QObject::connect(watched, &Item::itemModified, window,
+    visitBoardItem(item, [window]<typename Item>(const Item &boardItem) {
+        QObject::connect(&boardItem, &Item::itemModified, window,
                          [window] { window->setUnsaved(true); });
-    }
-}
-
-/// The same for whichever of \c Items it is.
-template <typename... Items> void watch(QGraphicsItem *item, BoardWindow *window)
-{
-    (watchAs<Items>(item, window), ...);
+    });
 }
 
 } // namespace
 
 void BoardWindow::saveBoardAs()
 {
+    // Quirk: saving and opening call the same files "Orvane Plumara (*.vtrz)" and "Pizarra de Plumara
+    // (*.vtrz)", because each dialog has its own text, and only the one for opening is translated.
+    // Quirk: the dialog for saving starts in the home folder and not among the recent boards, because
+    // boards may lie anywhere; only those in the data folder are listed.
     QString path = QFileDialog::getSaveFileName(this, u"Guardar proyecto como"_s, QDir::homePath(),
                                                 u"Orvane Plumara (*.vtrz)"_s);
     if (path.isEmpty())
         return;
-    // Case-sensitive on purpose: "plan.VTRZ" becomes "plan.VTRZ.vtrz".
+    // Quirk: "plan.VTRZ" is saved as "plan.VTRZ.vtrz", because only the extension in small letters
+    // is the program's own.
+    // Quirk: a completed name replaces a file of that name without a question, because the dialog
+    // asks about the name as it was typed only.
     const QString extension = u".vtrz"_s;
     if (!path.endsWith(extension))
         path += extension;
@@ -74,7 +69,7 @@ void BoardWindow::writeBoardFile(const QString &path, bool adoptPath)
     if (adoptPath)
         currentFilePath = path;
     setUnsaved(false);
-    showFileName(path);
+    showBoardName(QFileInfo(path).fileName());
 }
 
 void BoardWindow::loadBoard(const QString &path)
@@ -92,22 +87,17 @@ void BoardWindow::loadBoard(const QString &path)
     }
 
     // Only now that the document is accepted does the present board go.
+    // Quirk: undoing after a board was opened brings back the board before it, because opening keeps
+    // the undo history; it keeps the tool, too.
     scene->clear();
-    const QJsonArray elements = elementsOf(contents.document);
-    for (const auto &element : elements) {
-        auto *const item = itemFromElement(element.toObject()).release();
-        if (!item)
-            continue;
-        watch<StickyNoteItem, FreeDrawItem, ArrowLineItem, ResizablePixmapItem>(item, this);
-        scene->addItem(item);
+    // Quirk: an opened board turns the order of items of one kind round, because the file lists the
+    // topmost first and each item goes on top of those before it.
+    for (auto &item : itemsOf(contents.document)) {
+        watch(item.get(), this);
+        scene->addItem(item.release());
     }
 
     currentFilePath = path;
     setUnsaved(false);
-    showFileName(path);
-}
-
-void BoardWindow::showFileName(const QString &path)
-{
-    ui->NombreProyectoTxt->setText(QFileInfo(path).fileName());
+    showBoardName(QFileInfo(path).fileName());
 }

@@ -1,3 +1,4 @@
+// The sizes of the board and of its window.
 #pragma once
 
 #include <QRectF>

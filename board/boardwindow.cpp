@@ -1,21 +1,18 @@
+// Builds and wires the board window, and runs its clock.
 #include "board/boardwindow.h"
 
 #include "board/boardgeometry.h"
-#include "board/windowlook.h"
 #include "items/arrowlineitem.h"
 #include "items/freedrawitem.h"
+#include "look/windowlook.h"
 
 #include "ui_boardwindow.h"
 
 #include <QDateTime>
-#include <QFileInfo>
 #include <QMessageBox>
 #include <QPropertyAnimation>
 #include <QTimer>
 #include <QWindow>
-
-#include <algorithm>
-#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -25,7 +22,7 @@ constexpr int clockInterval = 1000; // ms
 
 } // namespace
 
-BoardWindow::BoardWindow(MainWindow *home, QWidget *parent)
+BoardWindow::BoardWindow(QWidget *home, QWidget *parent)
     : QMainWindow(parent)
     , ui(std::make_unique<Ui::BoardWindow>())
     , homeWindow(home)
@@ -118,48 +115,12 @@ void BoardWindow::connectSignals()
     connect(scene, &QGraphicsScene::sceneRectChanged, this, &BoardWindow::captureSnapshot);
     connect(scene, &QGraphicsScene::changed, this, &BoardWindow::captureSnapshot);
     connect(scene, &QGraphicsScene::changed, this, &BoardWindow::repaintArrowHeads);
-    // Selecting an item is enough to mark the board unsaved; this is wanted.
+    // Quirk: selecting an item marks the board unsaved, because whoever takes hold of something is
+    // about to change it, and most changes of a note or an arrow tell nothing themselves.
     connect(scene, &QGraphicsScene::selectionChanged, this, [this] {
         if (!scene->selectedItems().isEmpty())
             setUnsaved(true);
     });
-}
-
-/// Has the view paint more than what the scene says has changed: arrow heads reach outside their
-/// items' bounding rectangles, and what is left of a moved or deleted one would stay to be seen.
-void BoardWindow::repaintArrowHeads(const QList<QRectF> &changed)
-{
-    // The heads that are to vanish were there at the last change.
-    const qreal reachBefore = std::exchange(arrowReach, 0);
-    const auto items = scene->items();
-    for (const auto *item : items) {
-        if (const auto *const arrow = dynamic_cast<const ArrowLineItem *>(item))
-            arrowReach = std::max(arrowReach, arrow->headReach());
-    }
-    const qreal reach = std::max(arrowReach, reachBefore);
-    if (reach == 0)
-        return;
-    QList<QRectF> grown;
-    grown.reserve(changed.size());
-    for (const auto &region : changed)
-        grown.append(region.adjusted(-reach, -reach, reach, reach));
-    ui->PizarraMain->updateScene(grown);
-}
-
-void BoardWindow::setUnsaved(bool value)
-{
-    unsaved = value;
-    updateTitleLabel();
-}
-
-void BoardWindow::updateTitleLabel()
-{
-    if (currentFilePath.isEmpty())
-        return;
-    QString text = QFileInfo(currentFilePath).fileName();
-    if (unsaved)
-        text += u"* (Sin guardar)"_s;
-    ui->NombreProyectoTxt->setText(text);
 }
 
 void BoardWindow::warn(const QString &text)

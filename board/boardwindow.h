@@ -1,3 +1,4 @@
+// The board editor.
 #pragma once
 
 #include "history/boardsnapshot.h"
@@ -13,7 +14,6 @@
 
 class ArrowLineItem;
 class FreeDrawItem;
-class MainWindow;
 class QPropertyAnimation;
 
 namespace Ui {
@@ -26,20 +26,21 @@ enum class ToolMode : int { Cursor = 0, Note = 1, Pen = 2, Line = 3, Image = 4, 
 /// The board editor: a window of fixed size (1200 × 700 pixels) that shows one board, a scene of
 /// 1920 × 1080 units, with floating panels around it.
 ///
-/// One object serves every board in turn; closing a board hides the window and empties it. The
-/// window owns its scene and the scene owns the items on it.
+/// One object serves every board in turn; closing a board hides the window and takes all items off
+/// the scene. The window owns its scene and the scene owns the items on it.
 ///
 /// boardwindow.cpp builds and wires the window; each other concern has a file of its own:
-/// canvasinput.cpp, boardfiles.cpp, undoredo.cpp, presentation.cpp, closing.cpp.
+/// canvasinput.cpp, canvaspainting.cpp, boardfiles.cpp, boardname.cpp, undoredo.cpp,
+/// presentation.cpp, closing.cpp.
 class BoardWindow : public QMainWindow
 {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(BoardWindow)
 
 public:
-    /// \a home is shown again when the board is closed; it is not owned and must outlive
-    /// the board window. May be null: then nothing is shown.
-    explicit BoardWindow(MainWindow *home, QWidget *parent = nullptr);
+    /// \a home is shown again when the board is closed; it is not owned and must outlive the board
+    /// window. May be null: then nothing is shown.
+    explicit BoardWindow(QWidget *home, QWidget *parent = nullptr);
     ~BoardWindow() override;
 
     /// Replaces the board by the one in the file \a path. A file that cannot be read or is no
@@ -53,6 +54,9 @@ public:
     /// without a file keeps the label that it has.
     void updateTitleLabel();
 
+    /// Has the label read \a name, until the next change of the file or of the marker.
+    void showBoardName(const QString &name);
+
     /// Records the state of the scene in the undo history, unless it equals the last one kept.
     void captureSnapshot();
 
@@ -63,7 +67,7 @@ public slots:
     // In the order of their meta-object indices, which callers by index rely on.
 
     /// Ends the work on the board: asks whether to save it, unless it is empty and unchanged, then
-    /// empties it, shows the home window and hides this one. "Cancelar" leaves all as it is.
+    /// clears the scene, shows the home window and hides this one. "Cancelar" leaves all as it is.
     void closeBoard();
 
     /// Takes up the cursor, which moves, edits and selects items.
@@ -107,8 +111,12 @@ private:
     void startClock();
     void showTime();
     void connectSignals();
-    void repaintArrowHeads(const QList<QRectF> &changed);
     void warn(const QString &text);
+
+    // canvaspainting.cpp
+    /// Has the view paint more than the \a changed regions: the heads of arrows reach outside their
+    /// items' bounding rectangles, and what is left of a moved or deleted one would stay to be seen.
+    void repaintArrowHeads(const QList<QRectF> &changed);
 
     // canvasinput.cpp
     void enterMode(ToolMode mode);
@@ -121,11 +129,10 @@ private:
     void insertImage(const QPixmap &pixmap);
 
     // undoredo.cpp
-    void rebuildScene(const BoardSnapshot &snapshot);
+    void showSnapshot(const BoardSnapshot &snapshot);
 
     // boardfiles.cpp
     void writeBoardFile(const QString &path, bool adoptPath);
-    void showFileName(const QString &path);
 
     // presentation.cpp
     void startPresentation();
@@ -142,7 +149,7 @@ private:
     bool unsaved = false;
     std::unique_ptr<Ui::BoardWindow> ui;
     QLocale locale{QLocale::Spanish, QLocale::Mexico};
-    MainWindow *homeWindow;
+    QWidget *homeWindow;
     ToolMode toolMode = ToolMode::Cursor;
     QGraphicsScene *scene = nullptr;
     QString currentFilePath;

@@ -1,46 +1,50 @@
+// The tools: how the window shows each mode, and what the pointer does on the canvas in it.
 #include "board/boardwindow.h"
 
-#include "items/arrowlineitem.h"
-#include "items/freedrawitem.h"
-#include "items/resizablepixmapitem.h"
-#include "items/stickynoteitem.h"
+#include "items/boarditems.h"
 
 #include "ui_boardwindow.h"
 
 #include <QFileDialog>
 #include <QMouseEvent>
 
-using namespace Qt::Literals::StringLiterals;
+#include <algorithm>
 
-// The tools: what each mode looks like, and what the pointer does on the canvas in it.
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
 constexpr int penWidth = 2; // scene units
 
-struct ModeLook
+/// How the window shows the mode that is on.
+struct ModeAppearance
 {
+    ToolMode mode;
     const char16_t *title;
     Qt::CursorShape cursor;
     QPushButton *Ui::BoardWindow::*button;
 };
 
-// In the order of ToolMode.
-constexpr ModeLook modeLooks[] = {
-    {u"Orvane Plumara - Modo Pizarra", Qt::ArrowCursor, &Ui::BoardWindow::ModoCursor},
-    {u"Orvane Plumara - Modo PostIt de cuadro de texto", Qt::IBeamCursor,
+// Quirk: the title says "Modo Linea" and the tool tip "Insertar línea", because the title is written
+// without the accent; people and their notes know it so.
+constexpr ModeAppearance appearances[] = {
+    {ToolMode::Cursor, u"Orvane Plumara - Modo Pizarra", Qt::ArrowCursor,
+     &Ui::BoardWindow::ModoCursor},
+    {ToolMode::Note, u"Orvane Plumara - Modo PostIt de cuadro de texto", Qt::IBeamCursor,
      &Ui::BoardWindow::ModoPostIt},
-    {u"Orvane Plumara - Modo Lápiz", Qt::CrossCursor, &Ui::BoardWindow::ModoLapiz},
-    {u"Orvane Plumara - Modo Linea", Qt::CrossCursor, &Ui::BoardWindow::ModoLinea},
-    {u"Orvane Plumara - Modo Imagen", Qt::BusyCursor, &Ui::BoardWindow::ModoImagen},
-    {u"Orvane Plumara - Modo Borrador", Qt::PointingHandCursor, &Ui::BoardWindow::ModoBorrador},
+    {ToolMode::Pen, u"Orvane Plumara - Modo Lápiz", Qt::CrossCursor, &Ui::BoardWindow::ModoLapiz},
+    {ToolMode::Line, u"Orvane Plumara - Modo Linea", Qt::CrossCursor, &Ui::BoardWindow::ModoLinea},
+    {ToolMode::Image, u"Orvane Plumara - Modo Imagen", Qt::BusyCursor,
+     &Ui::BoardWindow::ModoImagen},
+    {ToolMode::Eraser, u"Orvane Plumara - Modo Borrador", Qt::PointingHandCursor,
+     &Ui::BoardWindow::ModoBorrador},
 };
 
+/// The eraser takes every board item, and a bare picture of the toolkit.
 bool isErasable(const QGraphicsItem *item)
 {
-    return dynamic_cast<const StickyNoteItem *>(item)
-        || dynamic_cast<const QGraphicsPixmapItem *>(item)
-        || dynamic_cast<const ArrowLineItem *>(item) || dynamic_cast<const FreeDrawItem *>(item);
+    return visitBoardItem(item, [](const auto & /*boardItem*/) { })
+        || dynamic_cast<const QGraphicsPixmapItem *>(item);
 }
 
 } // namespace
@@ -48,14 +52,14 @@ bool isErasable(const QGraphicsItem *item)
 void BoardWindow::enterMode(ToolMode mode)
 {
     toolMode = mode;
-    const ModeLook &look = modeLooks[static_cast<int>(mode)];
-    setWindowTitle(QString::fromUtf16(look.title));
-    ui->PizarraMain->setCursor(look.cursor);
+    const auto &shown = *std::ranges::find(appearances, mode, &ModeAppearance::mode);
+    setWindowTitle(QString::fromUtf16(shown.title));
+    ui->PizarraMain->setCursor(shown.cursor);
     // The view gives its viewport a cursor when the pointer leaves an arrow that has one; it would
     // hide the mode's.
     ui->PizarraMain->viewport()->unsetCursor();
-    for (const auto &other : modeLooks)
-        (ui.get()->*other.button)->setChecked(other.button == look.button);
+    for (const auto &other : appearances)
+        (ui.get()->*other.button)->setChecked(other.mode == mode);
 }
 
 void BoardWindow::setCursorMode()
@@ -144,6 +148,8 @@ bool BoardWindow::canvasPressed(const QPointF &scenePoint)
     case ToolMode::Pen:
         grabCanvas();
         strokePath = QPainterPath(scenePoint);
+        // Quirk: a click of the pen without a movement leaves a stroke that is neither seen nor saved,
+        // because a stroke gets its path from the first move on; the board counts as not empty.
         currentStroke = new FreeDrawItem;
         currentStroke->setColor(Qt::black);
         currentStroke->setWidth(penWidth);
@@ -166,9 +172,11 @@ bool BoardWindow::canvasPressed(const QPointF &scenePoint)
         eraseStart = scenePoint;
         grabCanvas();
         return true;
-    default:
+    case ToolMode::Cursor:
+    case ToolMode::Image:
         return false;
     }
+    Q_UNREACHABLE();
 }
 
 bool BoardWindow::canvasMoved(const QPointF &scenePoint, Qt::MouseButtons buttons)
@@ -183,8 +191,8 @@ bool BoardWindow::canvasMoved(const QPointF &scenePoint, Qt::MouseButtons button
         return true;
     }
     if (toolMode == ToolMode::Eraser && buttons.testFlag(Qt::LeftButton)) {
-        // Not normalised: what a drag up or to the left erases follows from the toolkit's answer
-        // to a rectangle of negative size. This is wanted.
+        // Quirk: erasing in a drag up, to the left or straight along one axis takes less than the eye
+        // expects, because the rectangle goes to the toolkit as it is, with a negative or no size.
         const QPointF moved = scenePoint - eraseStart;
         erase(scene->items(QRectF(eraseStart, QSizeF(moved.x(), moved.y())),
                            Qt::IntersectsItemShape, Qt::DescendingOrder));
@@ -211,7 +219,8 @@ bool BoardWindow::canvasReleased(const QPointF &scenePoint)
     } else {
         return false;
     }
-    // Pen, line and eraser serve for one gesture; then the pointer is the cursor again.
+    // Quirk: pen, line and eraser serve for one gesture only, because the cursor is taken up again at
+    // its end; notes stay on until another tool is chosen.
     captureSnapshot();
     setCursorMode();
     return true;

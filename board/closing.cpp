@@ -1,19 +1,15 @@
+// The way back to the home window: the question whether to save, and the emptying of the board.
 #include "board/boardwindow.h"
-
-#include "home/mainwindow.h"
-
-#include "ui_boardwindow.h"
 
 #include <QMessageBox>
 #include <QPushButton>
 
 using namespace Qt::Literals::StringLiterals;
 
-// The way back to the home window, of which only that it can be shown is known here.
-
 void BoardWindow::closeBoard()
 {
-    // A board with elements is asked for even when it is saved; this is wanted.
+    // Quirk: a board with elements on it asks about unsaved changes even when it was just saved,
+    // because one question too many costs less than a lesson; only an empty board goes at once.
     if (!unsaved && scene->items().isEmpty()) {
         resetBoard();
         return;
@@ -23,6 +19,8 @@ void BoardWindow::closeBoard()
     box.setWindowTitle(u"Guardar cambios"_s);
     box.setText(u"Hay cambios sin guardar. ¿Deseas guardar antes de salir?"_s);
     box.setIcon(QMessageBox::Question);
+    // Quirk: of this box only the three buttons can be translated, not its title and its question,
+    // because the program's own texts are Spanish and short words are what other languages begin with.
     const auto *const yes = box.addButton(tr("Sí"), QMessageBox::YesRole);
     box.addButton(tr("No"), QMessageBox::NoRole);
     const auto *const cancel = box.addButton(tr("Cancelar"), QMessageBox::RejectRole);
@@ -30,20 +28,26 @@ void BoardWindow::closeBoard()
 
     if (box.clickedButton() == cancel)
         return;
+    // Quirk: after "Sí" the board closes even when it could not be saved, because who answers the
+    // question wants to leave; the failure has been told.
     if (box.clickedButton() == yes)
         saveBoard();
-    // Whatever became of the save, the board closes; this is wanted.
     resetBoard();
 }
 
 void BoardWindow::resetBoard()
 {
+    // Quirk: closing a board keeps the undo history, the tool and the presentation for the next one,
+    // because one window serves every board and only what is on the canvas is cleared.
     scene->clear();
     currentFilePath.clear();
-    // Spelt differently from the name that the first board of a run starts with; both are wanted.
-    ui->NombreProyectoTxt->setText(u"Pizarra1.vtrz"_s);
+    // Quirk: the first board of a run is named "Pizarra1.vrtz" and every later one "Pizarra1.vtrz",
+    // because the form and the closing spell the name differently, and people know both.
+    showBoardName(u"Pizarra1.vtrz"_s);
     setUnsaved(false);
     if (homeWindow)
         homeWindow->show();
+    // Quirk: closing the board through the window's frame asks nothing and does not come back to the
+    // home window, because only its own button runs this flow.
     close();
 }

@@ -1,7 +1,8 @@
+// The board on the full screen, with the panels at the screen's edges.
 #include "board/boardwindow.h"
 
 #include "board/boardgeometry.h"
-#include "board/windowlook.h"
+#include "look/windowlook.h"
 
 #include "ui_boardwindow.h"
 
@@ -15,8 +16,6 @@
 #include <chrono>
 
 using namespace std::chrono_literals;
-
-// The board on the full screen, with the panels at the screen's edges.
 
 namespace {
 
@@ -39,7 +38,8 @@ constexpr PanelPlaces panels[] = {
     {&Ui::BoardWindow::ToolPanel, Qt::AlignLeft | Qt::AlignVCenter, {10, 188}},
     {&Ui::BoardWindow::ExitPanel, Qt::AlignLeft | Qt::AlignBottom, {10, 655}},
     {&Ui::BoardWindow::MainPanel, Qt::AlignLeft | Qt::AlignTop, {10, 10}},
-    // Afterwards not at the place where the panel was built (x 990); this is wanted.
+    // Quirk: after a presentation the panel for saving stands 70 pixels further left than before it,
+    // because its two places are given apart; at x 920 it is whole on narrow screens, too.
     {&Ui::BoardWindow::AccountPanel, Qt::AlignRight | Qt::AlignTop, {920, 10}},
     {&Ui::BoardWindow::DateTimePanel, Qt::AlignRight | Qt::AlignBottom, {990, 655}},
 };
@@ -47,11 +47,11 @@ constexpr PanelPlaces panels[] = {
 /// Where a panel of that size stands in a window of that size while it presents.
 QPoint presentingPlace(const QSize &window, const QSize &panel, Qt::Alignment edges)
 {
-    const QSize room = window - panel;
-    const int x = edges.testFlag(Qt::AlignRight) ? room.width() - margin : margin;
+    const QSize space = window - panel;
+    const int x = edges.testFlag(Qt::AlignRight) ? space.width() - margin : margin;
     if (edges.testFlag(Qt::AlignVCenter))
-        return {x, room.height() / 2};
-    return {x, edges.testFlag(Qt::AlignBottom) ? room.height() - margin : margin};
+        return {x, space.height() / 2};
+    return {x, edges.testFlag(Qt::AlignBottom) ? space.height() - margin : margin};
 }
 
 } // namespace
@@ -108,6 +108,8 @@ void BoardWindow::layOutPresentation()
     view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     view->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     view->setGeometry(rect());
+    // Quirk: on a screen that is not 1920 × 1080 the presented board is off the middle, because the
+    // view's own scene rectangle is the screen's while the board is scaled to fit.
     view->setSceneRect(rect());
     view->fitInView(scene->sceneRect(), Qt::KeepAspectRatio);
 }
@@ -120,9 +122,12 @@ void BoardWindow::resizeEvent(QResizeEvent *event)
         layOutPresentation();
 }
 
-/// Shows how to leave, for about 11 seconds. A window's opacity means nothing to a panel inside
-/// it, so the fades are not seen; what they do is to hide the panel at their end. This is wanted.
-/// A reminder that still runs when the next presentation begins cuts that one's short.
+// Quirk: the reminder comes and goes at once instead of fading, because a window's opacity means
+// nothing to a panel inside it; the fades still decide when the panel goes.
+// Quirk: a presentation within ten seconds of the one before has a shorter reminder, because the
+// first one's timer runs on and hides the panel of both.
+
+/// Shows how to leave, for about 11 seconds.
 void BoardWindow::showReminder()
 {
     std::erase_if(reminderFades,
@@ -166,7 +171,8 @@ void BoardWindow::stopPresentation()
     view->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     view->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     scene->setSceneRect(BoardGeometry::board);
-    // The view keeps the scene rectangle that the presentation gave it; this is wanted.
+    // Quirk: after a presentation the board is smaller than before until it is opened again, because
+    // the view keeps the presentation's scene rectangle and the whole board is fitted in.
     view->resize(BoardGeometry::window);
     view->fitInView(scene->sceneRect(), Qt::KeepAspectRatio);
 

@@ -1,7 +1,9 @@
+// The undo history: at most historyLimit snapshots, the first of which is the baseline that cannot be
+// undone.
 #include "board/boardwindow.h"
 
-// The undo history: at most historyLimit snapshots, the first of which is the baseline that
-// cannot be undone.
+// Quirk: nine steps can be undone where the help page says ten, because the oldest of the ten
+// snapshots is the baseline.
 
 void BoardWindow::captureSnapshot()
 {
@@ -19,7 +21,7 @@ void BoardWindow::undoMode()
     if (undoStack.size() <= 1)
         return;
     redoStack.append(undoStack.takeLast());
-    rebuildScene(undoStack.constLast());
+    showSnapshot(undoStack.constLast());
 }
 
 void BoardWindow::redoMode()
@@ -27,21 +29,16 @@ void BoardWindow::redoMode()
     if (redoStack.isEmpty())
         return;
     undoStack.append(redoStack.takeLast());
-    rebuildScene(undoStack.constLast());
+    showSnapshot(undoStack.constLast());
 }
 
-/// Replaces the items of the scene by those of \a snapshot. They are added topmost first, so that
-/// items of equal z value come to lie in reverse order; when such items differ, the snapshot that
-/// follows is a new state and ends the redo history. This is wanted.
-void BoardWindow::rebuildScene(const BoardSnapshot &snapshot)
+void BoardWindow::showSnapshot(const BoardSnapshot &snapshot)
 {
-    scene->clear();
-    for (const auto &state : snapshot) {
-        if (auto *const item = restoreItem(state))
-            scene->addItem(item);
-    }
+    // Quirk: an image moved after undo or redo does not mark the board unsaved, nor does a drawn one,
+    // because only the items of an opened file are watched; undo and redo mark the board themselves.
+    restoreSnapshot(*scene, snapshot);
     setUnsaved(true);
-    // Once more than setUnsaved() has done already, which changes nothing to be seen. This is
-    // wanted.
+    // Quirk: the label is written twice after undo and redo, because setUnsaved() has written it
+    // already; nothing of it is seen.
     updateTitleLabel();
 }

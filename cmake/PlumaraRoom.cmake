@@ -9,7 +9,7 @@ target_compile_definitions(plumara_settings INTERFACE
     QT_NO_FOREACH
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 if(MSVC)
-    target_compile_options(plumara_settings INTERFACE /W4 /utf-8 /permissive-)
+    target_compile_options(plumara_settings INTERFACE /W4 /we4062 /utf-8 /permissive-)
     if(PLUMARA_WERROR)
         target_compile_options(plumara_settings INTERFACE /WX)
     endif()
@@ -22,6 +22,8 @@ else()
     endif()
     target_compile_options(plumara_settings INTERFACE
         -Wall -Wextra -Wpedantic -Wshadow ${conversion})
+    # A switch over tools or kinds answers for every one, also where warnings are no errors.
+    target_compile_options(plumara_settings INTERFACE -Werror=switch)
     if(PLUMARA_WERROR)
         target_compile_options(plumara_settings INTERFACE -Werror)
     endif()

@@ -1,9 +1,7 @@
+// Takes, compares and restores snapshots of the board.
 #include "history/boardsnapshot.h"
 
-#include "items/arrowlineitem.h"
-#include "items/freedrawitem.h"
-#include "items/resizablepixmapitem.h"
-#include "items/stickynoteitem.h"
+#include "items/boarditems.h"
 
 #include <QGraphicsScene>
 #include <QImage>
@@ -14,48 +12,101 @@
 
 namespace {
 
-using Stroke = std::pair<QPainterPath, QColor>;
+/// What the history keeps of a class of items. Each class has
+///   kind()     its name in ItemState::type
+///   Value      the type of its ItemState::data
+///   valueOf()  that value of an item
+///   equal()    whether two values count as the same
+///   make()     a new item with a value, or null where there is none
+template <typename Item> struct Record;
 
-const QString strokeKind = QStringLiteral("FreeDraw");
-const QString noteKind = QStringLiteral("StickyNote");
-const QString arrowKind = QStringLiteral("ArrowLine");
-const QString imageKind = QStringLiteral("Pixmap");
+template <> struct Record<FreeDrawItem>
+{
+    using Value = std::pair<QPainterPath, QColor>;
+
+    static QString kind() { return QStringLiteral("FreeDraw"); }
+    static Value valueOf(const FreeDrawItem &stroke) { return {stroke.path(), stroke.color()}; }
+    static bool equal(const Value &newer, const Value &top) { return newer == top; }
+    static QGraphicsItem *make(const Value &value)
+    {
+        auto *const stroke = new FreeDrawItem;
+        stroke->setPath(value.first);
+        stroke->setColor(value.second);
+        return stroke;
+    }
+};
+
+template <> struct Record<StickyNoteItem>
+{
+    using Value = StickyNoteItem::NoteColor;
+
+    static QString kind() { return QStringLiteral("StickyNote"); }
+    static Value valueOf(const StickyNoteItem &note) { return note.noteColor(); }
+    static bool equal(Value newer, Value top) { return newer == top; }
+    static QGraphicsItem *make(Value color)
+    {
+        auto *const note = new StickyNoteItem;
+        note->setNoteColor(color);
+        return note;
+    }
+};
+
+template <> struct Record<ArrowLineItem>
+{
+    using Value = QLineF;
+
+    static QString kind() { return QStringLiteral("ArrowLine"); }
+    static Value valueOf(const ArrowLineItem &arrow) { return arrow.line(); }
+    static bool equal(const Value &newer, const Value &top) { return newer == top; }
+    static QGraphicsItem *make(const Value &line)
+    {
+        auto *const arrow = new ArrowLineItem({}, {});
+        arrow->setLine(line);
+        return arrow;
+    }
+};
+
+template <> struct Record<ResizablePixmapItem>
+{
+    using Value = QPixmap;
+
+    static QString kind() { return QStringLiteral("Pixmap"); }
+    static Value valueOf(const ResizablePixmapItem &image) { return image.pixmap(); }
+    static bool equal(const Value &newer, const Value &top)
+    {
+        // Copies of one pixmap share their key: no need to look at the pixels.
+        if (newer.cacheKey() == top.cacheKey())
+            return true;
+        return newer.size() == top.size() && newer.toImage() == top.toImage();
+    }
+    static QGraphicsItem *make(const Value &pixmap)
+    {
+        return pixmap.isNull() ? nullptr : new ResizablePixmapItem(pixmap);
+    }
+};
 
 std::optional<ItemState> stateOf(const QGraphicsItem *item)
 {
-    if (const auto *stroke = dynamic_cast<const FreeDrawItem *>(item)) {
-        return ItemState{strokeKind, stroke->pos(),
-                         QVariant::fromValue(Stroke(stroke->path(), stroke->color()))};
-    }
-    if (const auto *note = dynamic_cast<const StickyNoteItem *>(item))
-        return ItemState{noteKind, note->pos(), QVariant::fromValue(note->noteColor())};
-    if (const auto *arrow = dynamic_cast<const ArrowLineItem *>(item))
-        return ItemState{arrowKind, arrow->pos(), arrow->line()};
-    if (const auto *image = dynamic_cast<const ResizablePixmapItem *>(item))
-        return ItemState{imageKind, image->pos(), image->pixmap()};
-    return std::nullopt;
+    std::optional<ItemState> state;
+    visitBoardItem(item, [&state]<typename Item>(const Item &known) {
+        state = {Record<Item>::kind(), known.pos(),
+                 QVariant::fromValue(Record<Item>::valueOf(known))};
+    });
+    return state;
 }
 
-bool picturesEqual(const QPixmap &newer, const QPixmap &top)
-{
-    // Copies of one pixmap share their key: no need to look at the pixels.
-    if (newer.cacheKey() == top.cacheKey())
-        return true;
-    return newer.size() == top.size() && newer.toImage() == top.toImage();
-}
-
+/// Values of a kind that is none of the board's are not compared: they count as the same.
 bool valuesEqual(const QString &kind, const QVariant &newer, const QVariant &top)
 {
-    if (kind == strokeKind)
-        return newer.value<Stroke>() == top.value<Stroke>();
-    if (kind == noteKind) {
-        return newer.value<StickyNoteItem::NoteColor>() == top.value<StickyNoteItem::NoteColor>();
-    }
-    if (kind == arrowKind)
-        return newer.toLineF() == top.toLineF();
-    if (kind == imageKind)
-        return picturesEqual(newer.value<QPixmap>(), top.value<QPixmap>());
-    return true;
+    bool equal = true;
+    findBoardItemClass([&]<typename Item>(std::type_identity<Item>) {
+        using Value = typename Record<Item>::Value;
+        if (kind != Record<Item>::kind())
+            return false;
+        equal = Record<Item>::equal(newer.value<Value>(), top.value<Value>());
+        return true;
+    });
+    return equal;
 }
 
 } // namespace
@@ -83,26 +134,25 @@ bool snapshotsEqual(const BoardSnapshot &newer, const BoardSnapshot &top)
 QGraphicsItem *restoreItem(const ItemState &state)
 {
     QGraphicsItem *item = nullptr;
-    if (state.type == strokeKind) {
-        const auto [path, color] = state.data.value<Stroke>();
-        auto *const stroke = new FreeDrawItem;
-        stroke->setPath(path);
-        stroke->setColor(color);
-        item = stroke;
-    } else if (state.type == noteKind) {
-        auto *const note = new StickyNoteItem;
-        note->setNoteColor(state.data.value<StickyNoteItem::NoteColor>());
-        item = note;
-    } else if (state.type == arrowKind) {
-        auto *const arrow = new ArrowLineItem({}, {});
-        arrow->setLine(state.data.toLineF());
-        item = arrow;
-    } else if (state.type == imageKind) {
-        const auto pixmap = state.data.value<QPixmap>();
-        if (!pixmap.isNull())
-            item = new ResizablePixmapItem(pixmap);
-    }
+    findBoardItemClass([&]<typename Item>(std::type_identity<Item>) {
+        if (state.type != Record<Item>::kind())
+            return false;
+        item = Record<Item>::make(state.data.value<typename Record<Item>::Value>());
+        return true;
+    });
     if (item)
         item->setPos(state.pos);
     return item;
+}
+
+void restoreSnapshot(QGraphicsScene &scene, const BoardSnapshot &snapshot)
+{
+    scene.clear();
+    // Quirk: after undo or redo, items of one level lie in reverse order, because they are added in
+    // the order of the snapshot, topmost first. Where such items differ, the snapshot that follows
+    // counts as a new state and ends the redo history.
+    for (const auto &state : snapshot) {
+        if (auto *const item = restoreItem(state))
+            scene.addItem(item);
+    }
 }

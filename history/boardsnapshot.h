@@ -1,3 +1,4 @@
+// The board as the undo history keeps it.
 #pragma once
 
 #include <QList>
@@ -8,12 +9,14 @@
 class QGraphicsItem;
 class QGraphicsScene;
 
+// Quirk: undo and redo forget the texts of notes, the widths of strokes and the colours and widths
+// of arrows, because two boards that differ in nothing else count as one state of the history.
+
 /// One board item as the undo history keeps it.
 ///
-/// Only the kind, the position and one value are kept: a stroke's path and colour, a note's
-/// colour, an arrow's line, the picture that an image shows. A restored item has the defaults for
-/// everything else (a note its placeholder text, a stroke and an arrow their width of 2). This
-/// loss is wanted: two states that differ in nothing else count as the same state.
+/// Only the kind, the position and one value are kept: a stroke's path and colour, a note's colour,
+/// an arrow's line, the picture that an image shows. A restored item has the defaults for everything
+/// else (a note its placeholder text, a stroke and an arrow their width of 2).
 struct ItemState
 {
     /// "FreeDraw", "StickyNote", "ArrowLine" or "Pixmap".
@@ -33,6 +36,9 @@ BoardSnapshot takeSnapshot(const QGraphicsScene &scene);
 /// Whether both snapshots show the same board: the same items in the same order.
 bool snapshotsEqual(const BoardSnapshot &newer, const BoardSnapshot &top);
 
-/// Makes the item that \a state describes. The caller owns it. Null when the kind is unknown or
-/// the picture is empty.
+/// Makes the item that \a state describes. The caller owns it. Null when the kind is unknown or the
+/// picture is empty.
 QGraphicsItem *restoreItem(const ItemState &state);
+
+/// Replaces all items of \a scene by those that \a snapshot describes.
+void restoreSnapshot(QGraphicsScene &scene, const BoardSnapshot &snapshot);

@@ -1,36 +1,25 @@
-// The advanced settings: the effect on the cache button, and making and deleting the data folder.
-
+// The data folder: making it again, and deleting all that it holds.
 #include "home/mainwindow.h"
 
-#include "ui_mainwindow.h"
+#include "home/removetree.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDialog>
 #include <QDir>
 #include <QEventLoop>
-#include <QFile>
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QPalette>
-#include <QParallelAnimationGroup>
 #include <QProgressBar>
-#include <QPropertyAnimation>
 #include <QPushButton>
-#include <QSequentialAnimationGroup>
 #include <QTimer>
 #include <QVBoxLayout>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-constexpr int coverWidth = 175; // pixels, the width of the cache button
-constexpr int coverParkingY = 30; // pixels, just below the container of the button
-constexpr int coverGrowTime = 250; // ms
-constexpr int coverStayTime = 3000; // ms
-constexpr int coverShrinkTime = 200; // ms
 
 constexpr int progressWidth = 320; // pixels, for the title to be read
 constexpr QRgb progressColor = 0xff2d2d2d; // that of the icons
@@ -76,62 +65,6 @@ private:
     QProgressBar *bar;
 };
 
-/// The rectangles that a cover of the cache button passes through.
-struct CoverPath
-{
-    explicit CoverPath(const QWidget *cover)
-        : folded(cover->x(), cover->y(), 0, cover->height())
-        , spread(cover->x(), cover->y(), coverWidth, cover->height())
-        , foldedRight(cover->x() + coverWidth, cover->y(), 0, cover->height())
-        , parked(0, coverParkingY, 0, cover->height())
-    { }
-
-    QRect folded;
-    QRect spread;
-    QRect foldedRight;
-    QRect parked;
-};
-
-QPropertyAnimation *coverAnimation(QWidget *cover, const QRect &from, const QRect &to, int duration)
-{
-    auto *const animation = new QPropertyAnimation(cover, "geometry");
-    animation->setStartValue(from);
-    animation->setEndValue(to);
-    animation->setDuration(duration);
-    animation->setEasingCurve(QEasingCurve::OutQuad);
-    return animation;
-}
-
-/// Removes a file, also one that is write-protected, which Windows refuses at first.
-bool removeFile(const QString &path)
-{
-    return QFile::remove(path)
-        || (QFile::setPermissions(path, QFile::permissions(path) | QFile::WriteUser)
-            && QFile::remove(path));
-}
-
-/// Removes \a entry and, if it is a folder, all it holds, as far as possible; returns whether
-/// nothing is left. A link is removed itself, and what it leads to is left alone, even where the
-/// link stands in the place of the data folder or is a junction of Windows;
-/// QDir::removeRecursively() would empty the folder at its other end.
-bool removeTree(const QFileInfo &entry)
-{
-    const QString path = entry.filePath();
-    if (!entry.exists() && !entry.isSymLink())
-        return true; // gone meanwhile
-    if (entry.isSymLink() || entry.isJunction())
-        return QFile::remove(path) || QDir().rmdir(path); // a link to a folder is one to Windows
-    if (!entry.isDir())
-        return removeFile(path);
-
-    bool removed = true;
-    const QFileInfoList entries = QDir(path).entryInfoList(QDir::AllEntries | QDir::Hidden
-                                                           | QDir::System | QDir::NoDotAndDotDot);
-    for (const QFileInfo &child : entries)
-        removed = removeTree(child) && removed;
-    return removed && QDir().rmdir(path);
-}
-
 bool confirmDeletion(QWidget *parent)
 {
     QMessageBox box(parent);
@@ -148,35 +81,6 @@ bool confirmDeletion(QWidget *parent)
 }
 
 } // namespace
-
-void MainWindow::animateCacheClear()
-{
-    QWidget *const strip = ui->CleanedCacheW;
-    QWidget *const label = ui->CleanedCacheS;
-    const CoverPath stripPath(strip);
-    const CoverPath labelPath(label);
-
-    auto *const effect = new QSequentialAnimationGroup(this);
-
-    auto *const in = new QParallelAnimationGroup;
-    in->addAnimation(coverAnimation(strip, stripPath.folded, stripPath.spread, coverGrowTime));
-    in->addAnimation(coverAnimation(label, labelPath.folded, labelPath.spread, coverGrowTime));
-    effect->addAnimation(in);
-
-    effect->addPause(coverStayTime);
-
-    // Wanted: nothing enables the button again before the next start.
-    ui->ClearCacheBtn->setEnabled(false);
-
-    auto *const out = new QSequentialAnimationGroup(this);
-    for (const auto &[cover, path] : {std::pair(strip, stripPath), std::pair(label, labelPath)}) {
-        out->addAnimation(coverAnimation(cover, path.spread, path.foldedRight, coverShrinkTime));
-        out->addAnimation(coverAnimation(cover, path.foldedRight, path.parked, coverShrinkTime));
-    }
-    effect->addAnimation(out);
-
-    effect->start();
-}
 
 void MainWindow::redoFolder()
 {
@@ -202,6 +106,8 @@ void MainWindow::deleteAll()
         return;
     }
 
+    // Quirk: deleting all data takes two seconds however little there is, because the bar fills at
+    // its own pace and the folder goes at its end; there is that long to see what is happening.
     auto *const dialog = new ProgressDialog(this);
     dialog->show();
     QCoreApplication::processEvents();
@@ -227,7 +133,8 @@ void MainWindow::deleteAll()
             QTimer::singleShot(closeDelay, this, &MainWindow::close);
             loop.quit();
         }
-        // Wanted: after a failure the loop runs on, and the program lives in it until it ends.
+        // Quirk: after a failed deletion the program lives on inside a loop of its own until it ends,
+        // because only a success leaves the loop; nothing of it is felt.
     };
     // The loop is the context: the steps need the variables here, and end with them at the latest.
     connect(timer, &QTimer::timeout, &loop, step, Qt::DirectConnection);

@@ -1,7 +1,9 @@
+// Builds and wires the home window, and turns its pages.
 #include "home/mainwindow.h"
 
-#include "board/windowlook.h"
 #include "home/projectdelegate.h"
+#include "look/windowlook.h"
+
 #include "ui_mainwindow.h"
 
 #include <QApplication>
@@ -47,6 +49,9 @@ void namePreviews(const QTabWidget *help)
 MainWindow::MainWindow(QWidget *parent)
     : QMainWindow(parent)
     , ui(std::make_unique<Ui::MainWindow>())
+    // Quirk: boards lie in "Documents/OrvanePlumara" in the home folder, also where the system's folder
+    // of documents has another name or place, because the path is written out; boards that exist lie
+    // there.
     , dataPath(QDir::homePath() + "/Documents/OrvanePlumara"_L1)
     , projectDelegate(std::make_unique<ProjectDelegate>())
 {

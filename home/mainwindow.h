@@ -1,3 +1,4 @@
+// The home window.
 #pragma once
 
 #include <QLocale>
@@ -23,7 +24,7 @@ class MainWindow;
 /// window shows it again when the board is closed. Closing the home window ends the program.
 ///
 /// mainwindow.cpp builds and wires the window; each other concern has a file of its own:
-/// recentboards.cpp, datafolder.cpp, updatecheck.cpp.
+/// recentboards.cpp, cacheeffect.cpp, datafolder.cpp, updatecheck.cpp.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -40,6 +41,8 @@ public:
     /// Flashes the caption and the task-bar button three times. Returns what Windows reports:
     /// whether the window was active before the call. On other systems it asks for the person's
     /// attention as the desktop does, and returns false.
+    // Quirk: of the two calls that bring the window to a person's notice, a call by name reaches only
+    // restoreWindow(), because this one is no slot.
     bool flashTaskbarIcon();
 
 public slots:
@@ -104,7 +107,7 @@ private:
 
     std::unique_ptr<Ui::MainWindow> ui;
     QLocale locale{QLocale::Spanish, QLocale::Mexico};
-    bool updating = false; // set by launchUpdater(); wanted, although nothing reads it
+    bool updating = false; // set by launchUpdater(), read by nothing
     BoardWindow *boardWindow = nullptr; // null until first needed; a child of this window
     QNetworkAccessManager network;
     QString dataPath; // the data folder, absolute

@@ -1,3 +1,4 @@
+// Draws a row of the list of recent boards.
 #include "home/projectdelegate.h"
 
 #include <QPainter>

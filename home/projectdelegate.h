@@ -1,3 +1,4 @@
+// A row of the list of recent boards.
 #pragma once
 
 #include "home/mainwindow.h"

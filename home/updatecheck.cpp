@@ -1,8 +1,8 @@
 // The update check, made once per start, and the update advisor that tells of a newer version.
-
 #include "home/mainwindow.h"
 
 #include "home/updatecheck.h"
+
 #include "ui_mainwindow.h"
 
 #include <QCoreApplication>
@@ -80,7 +80,8 @@ void MainWindow::readVersion(QNetworkReply *reply)
     const QJsonDocument document = QJsonDocument::fromJson(reply->readAll());
     if (document.isNull())
         return;
-    // Wanted: versions are compared as text, so "1.0.10000" is older than "1.0.2026".
+    // Quirk: version "1.0.10000" counts as older than "1.0.2026", because versions are compared as
+    // text; the server names its versions accordingly.
     const QString version = document.object().value("version"_L1).toString();
     if (programVersion >= version)
         return;
@@ -95,6 +96,8 @@ void MainWindow::initializeUpdateAdvisorEffect()
 
 void MainWindow::showUpdateMessage()
 {
+    // Quirk: the update advisor always speaks of version 1.1.2026, because its texts are part of the
+    // form; what the server names only decides whether it is shown.
     if (auto *const fade = fadeUpdateAdvisor(0.0, 1.0)) {
         if (!ui->UpdateAdvisor->isAncestorOf(focusWidget()))
             focusBeforeAdvisor = focusWidget();

@@ -1,3 +1,4 @@
+// What the update check allows the server.
 #pragma once
 
 #include <chrono>

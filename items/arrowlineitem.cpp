@@ -1,3 +1,4 @@
+// Draws the arrow, drags it and offers its menu.
 #include "items/arrowlineitem.h"
 
 #include "items/geometrychange.h"
@@ -140,8 +141,8 @@ void ArrowLineItem::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
         setPos(pos() + event->scenePos() - lastScenePos);
         lastScenePos = event->scenePos();
     }
-    // The base handler moves the item as well, from where it stood at its own first step; so the
-    // first step of a drag counts twice. This is wanted.
+    // Quirk: the first step of dragging an arrow counts twice, because the toolkit moves the item as
+    // well, from where it stood at its own first step.
     QGraphicsLineItem::mouseMoveEvent(event);
 }
 

@@ -1,3 +1,4 @@
+// The arrow: a line on the board with a head at its end.
 #pragma once
 
 #include <QGraphicsLineItem>
@@ -9,8 +10,9 @@
 /// The person selects and drags it, and changes colour and thickness from its context menu. It is
 /// made without a QObject parent and belongs to the scene that it is added to.
 ///
-/// The bounding rectangle and the shape are the bare line's: the head may reach outside of them,
-/// which is wanted.
+/// The bounding rectangle and the shape are the bare line's; the head may reach outside of them.
+// Quirk: an arrow is hit and erased by its line only, not by its head, because the head is drawn on
+// top of the toolkit's line item, whose shape and rectangle it keeps.
 class ArrowLineItem : public QObject, public QGraphicsLineItem
 {
     Q_OBJECT
@@ -32,7 +34,8 @@ public:
                QWidget *widget = nullptr) override;
 
 signals:
-    /// Never emitted in practice: arrows do not ask for geometry notifications.
+    /// Emitted for each change of position, transform, rotation or scale of an item that asks for
+    /// such notifications; arrows do not.
     void itemModified();
 
 protected:
@@ -43,9 +46,7 @@ protected:
     QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
 
 private:
-    // What setColor and setWidth start from. An opened file sets the base item's pen only, so the
-    // first change from the menu starts from the default here; this is wanted.
-    QPen pen;
+    QPen pen; // what setColor() and setWidth() start from
     bool dragging = false;
     QPointF lastScenePos;
 };

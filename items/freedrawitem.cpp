@@ -1,3 +1,4 @@
+// Gives the stroke its pen and its path, and tells of each change.
 #include "items/freedrawitem.h"
 
 #include "items/geometrychange.h"

@@ -1,3 +1,4 @@
+// The stroke: what the pen draws on the board.
 #pragma once
 
 #include <QGraphicsPathItem>

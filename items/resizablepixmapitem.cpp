@@ -1,3 +1,4 @@
+// Draws the image with its handles, resizes and moves it.
 #include "items/resizablepixmapitem.h"
 
 #include "items/geometrychange.h"
@@ -7,7 +8,8 @@
 #include <QPainter>
 #include <QStyleOptionGraphicsItem>
 
-#include <array>
+#include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -17,6 +19,7 @@ constexpr int smallestSide = 20; // pixels
 
 struct Handle
 {
+    int number;
     // Where the handle sits, as shares of the image's width and height.
     qreal x;
     qreal y;
@@ -26,25 +29,18 @@ struct Handle
     Qt::CursorShape cursor;
 };
 
-// Clockwise from the top-left corner; the first is handle 1.
-constexpr std::array<Handle, 8> handles = {{
-    {0.0, 0.0, -1, -1, Qt::SizeFDiagCursor},
-    {0.5, 0.0, 0, -1, Qt::SizeVerCursor},
-    {1.0, 0.0, 1, -1, Qt::SizeBDiagCursor},
-    {1.0, 0.5, 1, 0, Qt::SizeHorCursor},
-    {1.0, 1.0, 1, 1, Qt::SizeFDiagCursor},
-    {0.5, 1.0, 0, 1, Qt::SizeVerCursor},
-    {0.0, 1.0, -1, 1, Qt::SizeBDiagCursor},
-    {0.0, 0.5, -1, 0, Qt::SizeHorCursor},
-}};
-
-constexpr int handleCount = static_cast<int>(handles.size());
+// Clockwise from the top-left corner. Where squares overlap, the earlier row wins.
+constexpr Handle handles[] = {
+    {1, 0.0, 0.0, -1, -1, Qt::SizeFDiagCursor}, {2, 0.5, 0.0, 0, -1, Qt::SizeVerCursor},
+    {3, 1.0, 0.0, 1, -1, Qt::SizeBDiagCursor},  {4, 1.0, 0.5, 1, 0, Qt::SizeHorCursor},
+    {5, 1.0, 1.0, 1, 1, Qt::SizeFDiagCursor},   {6, 0.5, 1.0, 0, 1, Qt::SizeVerCursor},
+    {7, 0.0, 1.0, -1, 1, Qt::SizeBDiagCursor},  {8, 0.0, 0.5, -1, 0, Qt::SizeHorCursor},
+};
 
 const Handle *findHandle(int number)
 {
-    if (number < 1 || number > handleCount)
-        return nullptr;
-    return &handles.at(static_cast<std::size_t>(number - 1));
+    const auto *const found = std::ranges::find(handles, number, &Handle::number);
+    return found == std::end(handles) ? nullptr : found;
 }
 
 int boxSide(qreal side)
@@ -74,9 +70,9 @@ QRectF ResizablePixmapItem::handleRect(int handle) const
 
 int ResizablePixmapItem::handleAt(const QPointF &itemPos) const
 {
-    for (int number = 1; number <= handleCount; ++number) {
-        if (handleRect(number).contains(itemPos))
-            return number;
+    for (const auto &handle : handles) {
+        if (handleRect(handle.number).contains(itemPos))
+            return handle.number;
     }
     return 0;
 }
@@ -88,6 +84,8 @@ void ResizablePixmapItem::resizeTo(const QPointF &scenePos)
     if (const auto *handle = findHandle(activeHandle)) {
         size += QSizeF(handle->widthFactor * moved.x(), handle->heightFactor * moved.y());
     }
+    // Quirk: a picture keeps its top-left corner in place whichever handle is dragged, because only
+    // its size changes; the item is not moved.
     setPixmap(sourcePixmap.scaled(boxSide(size.width()), boxSide(size.height()),
                                   Qt::KeepAspectRatio, Qt::SmoothTransformation));
     update();
@@ -99,6 +97,8 @@ void ResizablePixmapItem::cursorForPosition(const QPointF &itemPos)
     setCursor(handle ? handle->cursor : Qt::ArrowCursor);
 }
 
+// Quirk: the outer half of a handle cannot be grabbed, because the shape of a picture is the picture;
+// only its rectangle is grown for the handles to be painted.
 QRectF ResizablePixmapItem::boundingRect() const
 {
     return QGraphicsPixmapItem::boundingRect().adjusted(-handleReach, -handleReach, handleReach,
@@ -116,8 +116,8 @@ void ResizablePixmapItem::paint(QPainter *painter, const QStyleOptionGraphicsIte
         return;
     painter->setPen(Qt::blue);
     painter->setBrush(Qt::white);
-    for (int number = 1; number <= handleCount; ++number)
-        painter->drawRect(handleRect(number));
+    for (const auto &handle : handles)
+        painter->drawRect(handleRect(handle.number));
 }
 
 void ResizablePixmapItem::mousePressEvent(QGraphicsSceneMouseEvent *event)
@@ -126,8 +126,8 @@ void ResizablePixmapItem::mousePressEvent(QGraphicsSceneMouseEvent *event)
         activeHandle = handleAt(event->pos());
         if (activeHandle != 0) {
             pressScenePos = event->scenePos();
-            // The toolkit's rectangle of a selectable picture is half a pixel larger on every
-            // side than the picture; sizes are reckoned from it. This is wanted.
+            // Quirk: a resized picture starts from a size one pixel larger than it is, because the
+            // toolkit's rectangle of a selectable picture is half a pixel larger on every side.
             startRect = QGraphicsPixmapItem::boundingRect();
             event->accept();
             return;

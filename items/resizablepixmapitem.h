@@ -1,3 +1,4 @@
+// The image: a picture on the board that is moved and resized by handles.
 #pragma once
 
 #include <QGraphicsPixmapItem>
@@ -25,8 +26,9 @@ public:
     /// Scales the image for a pointer that went from the press on the active handle to
     /// \a scenePos. The top-left corner stays where it is, whichever handle is dragged.
     void resizeTo(const QPointF &scenePos);
-    /// Sets the cursor that fits the handle at \a itemPos. Nothing calls this on hovering: the
-    /// image keeps the plain cursor, which is wanted.
+    /// Sets the cursor that fits the handle at \a itemPos.
+    // Quirk: the pointer shows no resize cursor over a handle, because nothing calls this on
+    // hovering; the handles themselves show where to drag.
     void cursorForPosition(const QPointF &itemPos);
 
     /// The image and the halves of the handles that stick out of it.

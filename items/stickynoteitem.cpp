@@ -1,3 +1,4 @@
+// Draws the note, edits its text, drags it and offers its menu.
 #include "items/stickynoteitem.h"
 
 #include "items/geometrychange.h"
@@ -12,7 +13,8 @@
 #include <QTextCursor>
 #include <QTextDocument>
 
-#include <array>
+#include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -25,28 +27,28 @@ constexpr int longestText = 300; // UTF-16 code units
 
 struct Paper
 {
+    StickyNoteItem::NoteColor color;
     const char16_t *label;
     const char16_t *top;
     const char16_t *bottom;
 };
 
-// In the order of the values of StickyNoteItem::NoteColor.
-constexpr std::array<Paper, 6> papers = {{
-    {u"🟡 Amarillo", u"#FFFCC9", u"#FFF75C"},
-    {u"🔵 Celeste", u"#C9F8FF", u"#5CE3FF"},
-    {u"🔴 Rojo", u"#FFC9C9", u"#FF5C5C"},
-    {u"🌸 Rosado", u"#FFD9F2", u"#FF77C2"},
-    {u"🟠 Naranja", u"#FFE1C9", u"#FF9E5C"},
-    {u"⚪ Gris", u"#E0E0E0", u"#A0A0A0"},
-}};
+constexpr Paper papers[] = {
+    {StickyNoteItem::Yellow, u"🟡 Amarillo", u"#FFFCC9", u"#FFF75C"},
+    {StickyNoteItem::LightBlue, u"🔵 Celeste", u"#C9F8FF", u"#5CE3FF"},
+    {StickyNoteItem::Red, u"🔴 Rojo", u"#FFC9C9", u"#FF5C5C"},
+    {StickyNoteItem::Pink, u"🌸 Rosado", u"#FFD9F2", u"#FF77C2"},
+    {StickyNoteItem::Orange, u"🟠 Naranja", u"#FFE1C9", u"#FF9E5C"},
+    {StickyNoteItem::Grey, u"⚪ Gris", u"#E0E0E0", u"#A0A0A0"},
+};
 
+// Quirk: the note's menu lists the colours in the order of their labels' characters, because it is
+// made from a map sorted by label; people know it so.
 QMap<QString, StickyNoteItem::NoteColor> colorsByLabel()
 {
     QMap<QString, StickyNoteItem::NoteColor> colors;
-    for (std::size_t value = 0; value < papers.size(); ++value) {
-        colors.insert(QString::fromUtf16(papers.at(value).label),
-                      static_cast<StickyNoteItem::NoteColor>(value));
-    }
+    for (const auto &paper : papers)
+        colors.insert(QString::fromUtf16(paper.label), paper.color);
     return colors;
 }
 
@@ -103,10 +105,12 @@ QRectF StickyNoteItem::boundingRect() const
 void StickyNoteItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
 {
     QLinearGradient gradient(0.0, 0.0, 0.0, noteSide);
-    if (noteColor_ >= Yellow && noteColor_ <= Grey) {
-        const Paper &paper = papers.at(static_cast<std::size_t>(noteColor_));
-        gradient.setColorAt(0.0, QColor::fromString(QStringView(paper.top)));
-        gradient.setColorAt(1.0, QColor::fromString(QStringView(paper.bottom)));
+    const auto *const paper = std::ranges::find(papers, noteColor_, &Paper::color);
+    // Quirk: a note of an unknown colour goes from black to white, because a gradient without colours
+    // of its own has those; a file that a later version wrote still opens and keeps its number.
+    if (paper != std::end(papers)) {
+        gradient.setColorAt(0.0, QColor::fromString(QStringView(paper->top)));
+        gradient.setColorAt(1.0, QColor::fromString(QStringView(paper->bottom)));
     }
     painter->setBrush(gradient);
     painter->setPen(Qt::NoPen);
@@ -149,8 +153,8 @@ void StickyNoteItem::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
         setPos(pos() + event->scenePos() - lastScenePos);
         lastScenePos = event->scenePos();
     }
-    // The base handler moves the item as well, from where it stood at its own first step; so the
-    // first step of a drag counts twice. This is wanted.
+    // Quirk: the first step of dragging a note counts twice, because the toolkit moves the item as
+    // well, from where it stood at its own first step.
     QGraphicsObject::mouseMoveEvent(event);
 }
 
@@ -162,6 +166,9 @@ void StickyNoteItem::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 
 void StickyNoteItem::focusInEvent(QFocusEvent *event)
 {
+    // Quirk: "Agregar texto..." stays in a note until it is deleted by hand, and a text that came
+    // with the file may be longer than 300 characters, because the note's first focus only begins to
+    // hold the limit; it touches no text.
     placeholderActive = false;
     QGraphicsObject::focusInEvent(event);
 }

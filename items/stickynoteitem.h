@@ -1,3 +1,4 @@
+// The sticky note: a paper on the board with a text to edit.
 #pragma once
 
 #include <QGraphicsObject>
@@ -26,8 +27,8 @@ public:
     void setNoteColor(StickyNoteItem::NoteColor color);
     StickyNoteItem::NoteColor noteColor() const { return noteColor_; }
 
-    /// Until the note has had the keyboard focus once, a text of any length is taken; from then
-    /// on it is cut to 300 characters.
+    /// Until the note has had the keyboard focus once, a text of any length is taken; from then on
+    /// it is cut to 300 characters.
     void setText(const QString &text);
     QString getText() const;
 
@@ -36,7 +37,8 @@ public:
                QWidget *widget = nullptr) override;
 
 signals:
-    /// Never emitted in practice: notes do not ask for geometry notifications.
+    /// Emitted for each change of position, transform, rotation or scale of an item that asks for
+    /// such notifications; notes do not.
     void itemModified();
 
 protected:

@@ -1,3 +1,4 @@
+// Reads and writes the file in which a board's document is kept.
 #include "storage/boardfile.h"
 
 #include <QFile>
@@ -22,6 +23,7 @@ BoardFileWriting writeDocument(const QString &path, const QJsonObject &document)
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
         return BoardFileWriting::CannotOpen;
     const qint64 written = file.write(QJsonDocument(document).toJson(QJsonDocument::Indented));
-    // Any count above zero counts as written, even a part of the board. This is wanted.
+    // Quirk: a board that was written only in part counts as saved, because any count of bytes above
+    // zero is a success; an error that follows is not looked at.
     return written > 0 ? BoardFileWriting::Written : BoardFileWriting::WriteFailed;
 }

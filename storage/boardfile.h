@@ -1,9 +1,8 @@
+// The file in which a board's document is kept.
 #pragma once
 
 #include <QJsonObject>
 #include <QString>
-
-// A board's document in its file. There is no temporary file, no backup and no lock.
 
 /// What became of reading a board file.
 struct BoardFileContents
@@ -18,9 +17,12 @@ struct BoardFileContents
 /// Reads the board file \a path. Anything that is no JSON object is no board.
 BoardFileContents readDocument(const QString &path);
 
-/// What became of writing a board file. After WriteFailed the file is left cut off, after
-/// CannotOpen it is as it was.
+/// What became of writing a board file. After WriteFailed the file is left cut off, after CannotOpen
+/// it is as it was.
 enum class BoardFileWriting { Written, CannotOpen, WriteFailed };
+
+// Quirk: a save that fails half-way costs the file's earlier contents, because a board is written
+// straight into its file, without a temporary file, a backup or a lock.
 
 /// Replaces the contents of the file \a path by \a document.
 BoardFileWriting writeDocument(const QString &path, const QJsonObject &document);

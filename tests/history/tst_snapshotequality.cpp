@@ -82,15 +82,6 @@ QPixmap plain(int width, int height, QRgb color)
     return QPixmap::fromImage(image);
 }
 
-/// Fills the empty \a scene as undo does it.
-void rebuild(QGraphicsScene &scene, const BoardSnapshot &snapshot)
-{
-    for (const auto &state : snapshot) {
-        if (auto *const item = restoreItem(state))
-            scene.addItem(item);
-    }
-}
-
 void addToleranceRows()
 {
     QTest::addColumn<qreal>("first");
@@ -330,8 +321,7 @@ void TestSnapshotEquality::theRebuiltBoardIsEqual()
     const auto before = takeSnapshot(scene);
     QCOMPARE(before.size(), 3);
 
-    scene.clear();
-    rebuild(scene, before);
+    restoreSnapshot(scene, before);
     QVERIFY(snapshotsEqual(takeSnapshot(scene), before));
 }
 
@@ -342,8 +332,7 @@ void TestSnapshotEquality::itemsAtOneHeightComeBackInReverse()
     scene.addItem(new ArrowLineItem({0, 0}, {0, 50}));
     const auto before = takeSnapshot(scene);
 
-    scene.clear();
-    rebuild(scene, before);
+    restoreSnapshot(scene, before);
     const auto after = takeSnapshot(scene);
     QVERIFY(!snapshotsEqual(after, before));
     QVERIFY(snapshotsEqual({after.at(1), after.at(0)}, before));
@@ -364,7 +353,7 @@ void TestSnapshotEquality::fiveThousandStrokesComeBackEqual()
     QCOMPARE(before.size(), count);
 
     QGraphicsScene rebuilt;
-    rebuild(rebuilt, before);
+    restoreSnapshot(rebuilt, before);
     auto after = takeSnapshot(rebuilt);
     QCOMPARE(after.size(), count);
     // All restored strokes share one height, and what was added last lies on top.

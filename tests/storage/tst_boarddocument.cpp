@@ -5,6 +5,7 @@
 #include "tests/support/main/registeredtest.h"
 
 #include <QGraphicsEllipseItem>
+#include <QJsonArray>
 #include <QRegularExpression>
 #include <QTest>
 

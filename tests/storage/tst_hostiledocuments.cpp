@@ -4,6 +4,7 @@
 #include "tests/support/main/registeredtest.h"
 
 #include <QImage>
+#include <QJsonArray>
 #include <QPainter>
 #include <QTest>
 

@@ -39,11 +39,8 @@ inline std::unique_ptr<QGraphicsItem> itemFrom(const QByteArray &json)
 inline bool openDocument(QGraphicsScene &scene, const QByteArray &bytes)
 {
     const auto document = QJsonDocument::fromJson(bytes);
-    const auto elements = elementsOf(document.object());
-    for (const auto &element : elements) {
-        if (auto item = itemFromElement(element.toObject()))
-            scene.addItem(item.release());
-    }
+    for (auto &item : itemsOf(document.object()))
+        scene.addItem(item.release());
     return document.isObject();
 }
 

@@ -14,7 +14,7 @@
 class ShownBoard
 {
 public:
-    explicit ShownBoard(MainWindow *home = nullptr)
+    explicit ShownBoard(QWidget *home = nullptr)
         : window(home)
         , pointer(window)
         , view(*find<QGraphicsView>("PizarraMain"))

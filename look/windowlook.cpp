@@ -1,4 +1,5 @@
-#include "board/windowlook.h"
+// Dresses a window: font, style sheet, pictures by scale, names for screen readers.
+#include "look/windowlook.h"
 
 #include <QApplication>
 #include <QFile>

@@ -1,3 +1,4 @@
+// What every window of the program wears.
 #pragma once
 
 class QWidget;

@@ -1,0 +1,31 @@
+// The board's name at the top of its window, with the marker of unsaved changes after it.
+#include "board/boardwindow.h"
+
+#include "ui_boardwindow.h"
+
+#include <QFileInfo>
+
+using namespace Qt::Literals::StringLiterals;
+
+void BoardWindow::setUnsaved(bool value)
+{
+    unsaved = value;
+    updateTitleLabel();
+}
+
+void BoardWindow::updateTitleLabel()
+{
+    // Quirk: a new board shows no marker, however much is drawn on it, because the marker belongs to
+    // the name of a file and a new board has none.
+    if (currentFilePath.isEmpty())
+        return;
+    QString text = QFileInfo(currentFilePath).fileName();
+    if (unsaved)
+        text += u"* (Sin guardar)"_s;
+    showBoardName(text);
+}
+
+void BoardWindow::showBoardName(const QString &name)
+{
+    ui->NombreProyectoTxt->setText(name);
+}
