@@ -35,10 +35,16 @@ if(PLUMARA_SANITIZE)
     target_link_options(plumara_settings INTERFACE ${_sanitize})
 endif()
 
+# The headers that the rooms have precompiled. An object library, for one of its own needs a source.
+add_library(plumara_precompiled OBJECT ${CMAKE_CURRENT_LIST_DIR}/precompiled.cpp)
+target_link_libraries(plumara_precompiled PRIVATE plumara_settings Qt6::Widgets)
+target_precompile_headers(plumara_precompiled PRIVATE ${CMAKE_CURRENT_LIST_DIR}/precompiled.h)
+
 # plumara_room(<name> SOURCES <files> LINK <libraries>)
 # Declares the static library plumara_<name> made of <files>.
 function(plumara_room name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK")
     add_library(plumara_${name} STATIC ${arg_SOURCES})
     target_link_libraries(plumara_${name} PUBLIC plumara_settings ${arg_LINK})
+    target_precompile_headers(plumara_${name} REUSE_FROM plumara_precompiled)
 endfunction()

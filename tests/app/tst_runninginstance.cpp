@@ -1,5 +1,6 @@
 #include "app/runninginstance.h"
 #include "app/xr9a1.h"
+#include "tests/support/main/registeredtest.h"
 
 #include <QApplication>
 #include <QTest>
@@ -81,5 +82,5 @@ void TestRunningInstance::theSegmentIsLetGo()
     QCOMPARE(segment.error(), QSharedMemory::NotFound);
 }
 
-QTEST_MAIN(TestRunningInstance)
+PLUMARA_TEST(TestRunningInstance)
 #include "tst_runninginstance.moc"

@@ -1,4 +1,5 @@
 #include "app/translation.h"
+#include "tests/support/main/registeredtest.h"
 
 #include <QCoreApplication>
 #include <QTest>
@@ -93,5 +94,5 @@ void TestTranslation::theSystemsLanguagesComeInItsOrder()
 }
 #endif
 
-QTEST_GUILESS_MAIN(TestTranslation)
+PLUMARA_GUILESS_TEST(TestTranslation)
 #include "tst_translation.moc"

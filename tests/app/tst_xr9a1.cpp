@@ -1,4 +1,5 @@
 #include "app/xr9a1.h"
+#include "tests/support/main/registeredtest.h"
 
 #include <QTest>
 
@@ -89,5 +90,5 @@ void TestXr9A1::theSegmentIsGoneWithItsLastHolder()
     QCOMPARE(segment.error(), QSharedMemory::NotFound);
 }
 
-QTEST_GUILESS_MAIN(TestXr9A1)
+PLUMARA_GUILESS_TEST(TestXr9A1)
 #include "tst_xr9a1.moc"

@@ -1,5 +1,6 @@
 #include "items/arrowlineitem.h"
 #include "tests/support/boardathome.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/messagebox.h"
 
 #include <QPaintEvent>
@@ -51,9 +52,6 @@ using Change = void (*)(QGraphicsLineItem *arrow);
 using Removal = void (*)(BoardAtHome &at);
 
 } // namespace
-
-Q_DECLARE_METATYPE(Change)
-Q_DECLARE_METATYPE(Removal)
 
 class TestArrowRepaints : public QObject
 {
@@ -130,5 +128,5 @@ void TestArrowRepaints::anArrowThatGrewThinWidensNoRepaint()
     QTRY_VERIFY(!paintedForASmallChange(board).contains(QPoint(100, 100)));
 }
 
-QTEST_MAIN(TestArrowRepaints)
+PLUMARA_TEST(TestArrowRepaints)
 #include "tst_arrowrepaints.moc"

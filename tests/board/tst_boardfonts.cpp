@@ -1,3 +1,4 @@
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/shownboard.h"
 
 #include <QApplication>
@@ -65,5 +66,5 @@ void TestBoardFonts::toolTipsAreWrittenInTheProgramsFont()
     QCOMPARE(QFontInfo((*tip)->font()).family(), u"Montserrat"_s);
 }
 
-QTEST_MAIN(TestBoardFonts)
+PLUMARA_TEST(TestBoardFonts)
 #include "tst_boardfonts.moc"

@@ -1,5 +1,6 @@
 #include "tests/support/contrast.h"
 #include "tests/support/keyboardwalk.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/names.h"
 #include "tests/support/shownboard.h"
 
@@ -103,5 +104,5 @@ void TestBoardForEveryone::thePresentationComboStandsOut()
             >= Contrast::enough);
 }
 
-QTEST_MAIN(TestBoardForEveryone)
+PLUMARA_TEST(TestBoardForEveryone)
 #include "tst_boardforeveryone.moc"

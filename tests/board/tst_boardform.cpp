@@ -1,3 +1,4 @@
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/shownboard.h"
 
 #include <QComboBox>
@@ -366,5 +367,5 @@ void TestBoardForm::onlyTheReminderIsHidden()
     }
 }
 
-QTEST_MAIN(TestBoardForm)
+PLUMARA_TEST(TestBoardForm)
 #include "tst_boardform.moc"

@@ -1,3 +1,4 @@
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/sharppictures.h"
 #include "tests/support/shownboard.h"
 #include "tests/support/textfit.h"
@@ -65,5 +66,5 @@ void TestBoardScaling::iconsAreSharp()
     QCOMPARE(SharpPictures::coarseIcons(board.window).join(u", "), QString());
 }
 
-QTEST_MAIN(TestBoardScaling)
+PLUMARA_TEST(TestBoardScaling)
 #include "tst_boardscaling.moc"

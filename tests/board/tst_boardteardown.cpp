@@ -1,6 +1,7 @@
 #include "home/mainwindow.h"
 #include "items/resizablepixmapitem.h"
 #include "items/stickynoteitem.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/scratchhome.h"
 #include "tests/support/shownboard.h"
 
@@ -15,7 +16,6 @@ using namespace Qt::Literals::StringLiterals;
 // one state; what goes wrong then shows as a warning, a crash or a sanitizer's report.
 
 using Preparation = void (*)(ShownBoard &board);
-Q_DECLARE_METATYPE(Preparation)
 
 class TestBoardTeardown : public QObject
 {
@@ -157,5 +157,5 @@ void TestBoardTeardown::theHomeWindowStays()
     QVERIFY(guard);
 }
 
-QTEST_MAIN(TestBoardTeardown)
+PLUMARA_TEST(TestBoardTeardown)
 #include "tst_boardteardown.moc"

@@ -1,4 +1,5 @@
 #include "items/stickynoteitem.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/shownboard.h"
 
 #include <QComboBox>
@@ -311,5 +312,5 @@ void TestBoardWindow::aNewSceneRectangleIsRecorded()
     QCOMPARE(board.count(), 0);
 }
 
-QTEST_MAIN(TestBoardWindow)
+PLUMARA_TEST(TestBoardWindow)
 #include "tst_boardwindow.moc"

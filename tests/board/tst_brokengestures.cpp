@@ -2,6 +2,7 @@
 #include "items/arrowlineitem.h"
 #include "tests/support/boardfiles.h"
 #include "tests/support/filedialoganswer.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/messagebox.h"
 #include "tests/support/presentation.h"
 #include "tests/support/scratchhome.h"
@@ -307,5 +308,5 @@ void TestBrokenGestures::leavingAPresentationInterruptsAStroke()
     QVERIFY(board.only<FreeDrawItem>());
 }
 
-QTEST_MAIN(TestBrokenGestures)
+PLUMARA_TEST(TestBrokenGestures)
 #include "tst_brokengestures.moc"

@@ -1,4 +1,5 @@
 #include "items/stickynoteitem.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/shownboard.h"
 #include "tests/support/strokes.h"
 
@@ -292,5 +293,5 @@ void TestCanvasInput::drawingLeavesTheBoardsNameAlone()
     QCOMPARE(board.name(), u"Pizarra1.vrtz"_s);
 }
 
-QTEST_MAIN(TestCanvasInput)
+PLUMARA_TEST(TestCanvasInput)
 #include "tst_canvasinput.moc"

@@ -1,6 +1,7 @@
 #include "items/freedrawitem.h"
 #include "tests/support/boardathome.h"
 #include "tests/support/filedialoganswer.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/messagebox.h"
 #include "tests/support/presentation.h"
 
@@ -161,5 +162,5 @@ void TestClosedBoard::aBoardWithoutAHomeWindowClosesToo()
     QVERIFY(!board.window.isVisible());
 }
 
-QTEST_MAIN(TestClosedBoard)
+PLUMARA_TEST(TestClosedBoard)
 #include "tst_closedboard.moc"

@@ -1,5 +1,6 @@
 #include "tests/support/boardathome.h"
 #include "tests/support/filedialoganswer.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/markingtranslator.h"
 #include "tests/support/messagebox.h"
 
@@ -43,8 +44,6 @@ private:
 using Reply = void (*)(QMessageBox &box);
 
 } // namespace
-
-Q_DECLARE_METATYPE(Reply)
 
 class TestClosing : public QObject
 {
@@ -329,5 +328,5 @@ void TestClosing::aCancelledCloseKeepsASavedBoardSaved()
     QCOMPARE(at.board.name(), u"plan.vtrz"_s);
 }
 
-QTEST_MAIN(TestClosing)
+PLUMARA_TEST(TestClosing)
 #include "tst_closing.moc"

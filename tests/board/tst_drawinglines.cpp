@@ -1,4 +1,5 @@
 #include "items/arrowlineitem.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/shownboard.h"
 
 #include <QPen>
@@ -132,5 +133,5 @@ void TestDrawingLines::aLineClickLeavesALineOfNoLength()
     QCOMPARE(board.count(), 0);
 }
 
-QTEST_MAIN(TestDrawingLines)
+PLUMARA_TEST(TestDrawingLines)
 #include "tst_drawinglines.moc"

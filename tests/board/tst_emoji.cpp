@@ -1,3 +1,4 @@
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/shownboard.h"
 
 #include <QApplication>
@@ -56,5 +57,5 @@ void TestEmoji::menusShowColoredCirclesInTheirColors()
     QVERIFY2(families.constFirst().contains(u"Emoji"), qPrintable(families.constFirst()));
 }
 
-QTEST_MAIN(TestEmoji)
+PLUMARA_TEST(TestEmoji)
 #include "tst_emoji.moc"

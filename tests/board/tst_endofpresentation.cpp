@@ -1,4 +1,5 @@
 #include "items/stickynoteitem.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/presentation.h"
 
 #include <QKeyEvent>
@@ -237,5 +238,5 @@ void TestEndOfPresentation::aPresentationCanBeRepeated()
     QCOMPARE(board.find<QWidget>("AccountPanel")->x(), 920);
 }
 
-QTEST_MAIN(TestEndOfPresentation)
+PLUMARA_TEST(TestEndOfPresentation)
 #include "tst_endofpresentation.moc"

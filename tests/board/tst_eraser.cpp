@@ -2,6 +2,7 @@
 #include "items/resizablepixmapitem.h"
 #include "items/stickynoteitem.h"
 #include "tests/support/boardfiles.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/scratchhome.h"
 #include "tests/support/shownboard.h"
 #include "tests/support/strokes.h"
@@ -363,5 +364,5 @@ void TestEraser::aWholeDragIsOneStepOfTheHistory()
     QCOMPARE(board.count(), 2);
 }
 
-QTEST_MAIN(TestEraser)
+PLUMARA_TEST(TestEraser)
 #include "tst_eraser.moc"

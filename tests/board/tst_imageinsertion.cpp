@@ -1,6 +1,7 @@
 #include "items/resizablepixmapitem.h"
 #include "tests/support/boardfiles.h"
 #include "tests/support/filedialoganswer.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/messagebox.h"
 #include "tests/support/scratchhome.h"
 #include "tests/support/shownboard.h"
@@ -261,5 +262,5 @@ void TestImageInsertion::theContentDecidesNotTheName()
     QCOMPARE(board.only<ResizablePixmapItem>()->pixmap().size(), QSize(300, 200));
 }
 
-QTEST_MAIN(TestImageInsertion)
+PLUMARA_TEST(TestImageInsertion)
 #include "tst_imageinsertion.moc"

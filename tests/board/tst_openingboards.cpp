@@ -4,6 +4,7 @@
 #include "items/stickynoteitem.h"
 #include "tests/support/boardfiles.h"
 #include "tests/support/filedialoganswer.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/messagebox.h"
 #include "tests/support/scratchhome.h"
 #include "tests/support/shownboard.h"
@@ -327,5 +328,5 @@ void TestOpeningBoards::aModifiedItemRecordsNothing()
     QCOMPARE(board.only<ResizablePixmapItem>()->pos(), QPointF(510, 300));
 }
 
-QTEST_MAIN(TestOpeningBoards)
+PLUMARA_TEST(TestOpeningBoards)
 #include "tst_openingboards.moc"

@@ -1,4 +1,5 @@
 #include "items/freedrawitem.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/presentation.h"
 
 #include <QAbstractItemView>
@@ -203,5 +204,5 @@ void TestPresentation::theReminderLastsElevenSecondsFromTheFirstEntry()
     QVERIFY(presents(again));
 }
 
-QTEST_MAIN(TestPresentation)
+PLUMARA_TEST(TestPresentation)
 #include "tst_presentation.moc"

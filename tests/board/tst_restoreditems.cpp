@@ -3,6 +3,7 @@
 #include "items/resizablepixmapitem.h"
 #include "items/stickynoteitem.h"
 #include "tests/support/boardfiles.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/scratchhome.h"
 #include "tests/support/shownboard.h"
 
@@ -237,5 +238,5 @@ void TestRestoredItems::itemsOfOtherKindsAreLost()
     QVERIFY(board.only<StickyNoteItem>());
 }
 
-QTEST_MAIN(TestRestoredItems)
+PLUMARA_TEST(TestRestoredItems)
 #include "tst_restoreditems.moc"

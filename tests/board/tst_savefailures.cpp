@@ -3,6 +3,7 @@
 #include "tests/support/boardfiles.h"
 #include "tests/support/filedialoganswer.h"
 #include "tests/support/limits.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/markingtranslator.h"
 #include "tests/support/messagebox.h"
 #include "tests/support/scratchhome.h"
@@ -357,5 +358,5 @@ void TestSaveFailures::aWriteThatStopsHalfwayCountsAsSaved()
     QCOMPARE(nameAnew(board), u"plan.vtrz"_s);
 }
 
-QTEST_MAIN(TestSaveFailures)
+PLUMARA_TEST(TestSaveFailures)
 #include "tst_savefailures.moc"

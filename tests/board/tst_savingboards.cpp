@@ -3,6 +3,7 @@
 #include "items/stickynoteitem.h"
 #include "tests/support/boardfiles.h"
 #include "tests/support/filedialoganswer.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/markingtranslator.h"
 #include "tests/support/messagebox.h"
 #include "tests/support/scratchhome.h"
@@ -388,5 +389,5 @@ void TestSavingBoards::fiveThousandStrokesOpenAndSave()
     QVERIFY(BoardFile::items(path) == expected);
 }
 
-QTEST_MAIN(TestSavingBoards)
+PLUMARA_TEST(TestSavingBoards)
 #include "tst_savingboards.moc"

@@ -2,6 +2,7 @@
 #include "items/resizablepixmapitem.h"
 #include "items/stickynoteitem.h"
 #include "tests/support/filedialoganswer.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/shownboard.h"
 #include "tests/support/strokes.h"
 
@@ -359,5 +360,5 @@ void TestToolModes::otherEventsAreLeftAlone()
     QCOMPARE(board.count(), 0);
 }
 
-QTEST_MAIN(TestToolModes)
+PLUMARA_TEST(TestToolModes)
 #include "tst_toolmodes.moc"

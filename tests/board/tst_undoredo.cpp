@@ -3,6 +3,7 @@
 #include "items/resizablepixmapitem.h"
 #include "items/stickynoteitem.h"
 #include "tests/support/boardfiles.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/scratchhome.h"
 #include "tests/support/shownboard.h"
 
@@ -69,8 +70,6 @@ void walkNote(FreshBoard &board, int steps)
 using Change = void (*)(FreshBoard &board);
 
 } // namespace
-
-Q_DECLARE_METATYPE(Change)
 
 class TestUndoRedo : public QObject
 {
@@ -391,5 +390,5 @@ void TestUndoRedo::theHistorySurvivesOpeningABoard()
     QCOMPARE(board.name(), u"plan.vtrz* (Sin guardar)"_s);
 }
 
-QTEST_MAIN(TestUndoRedo)
+PLUMARA_TEST(TestUndoRedo)
 #include "tst_undoredo.moc"

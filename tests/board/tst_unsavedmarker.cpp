@@ -4,6 +4,7 @@
 #include "items/stickynoteitem.h"
 #include "tests/support/boardfiles.h"
 #include "tests/support/filedialoganswer.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/messagebox.h"
 #include "tests/support/scratchhome.h"
 #include "tests/support/shownboard.h"
@@ -18,7 +19,6 @@ using namespace Qt::Literals::StringLiterals;
 // The mark of unsaved changes after the board's name: what sets it, and what does not.
 
 using Drawing = void (*)(ShownBoard &board);
-Q_DECLARE_METATYPE(Drawing)
 
 class TestUnsavedMarker : public QObject
 {
@@ -194,5 +194,5 @@ void TestUnsavedMarker::aCancelledSaveLeavesANewBoardUnsaved()
     QVERIFY(question.seen());
 }
 
-QTEST_MAIN(TestUnsavedMarker)
+PLUMARA_TEST(TestUnsavedMarker)
 #include "tst_unsavedmarker.moc"

@@ -4,6 +4,7 @@
 #include "items/freedrawitem.h"
 #include "items/stickynoteitem.h"
 #include "tests/support/imageoncanvas.h"
+#include "tests/support/main/registeredtest.h"
 
 #include <QGraphicsScene>
 #include <QPainterPath>
@@ -310,5 +311,5 @@ void TestBoardSnapshot::valuesThatCannotBeConvertedAreEmpty()
     QVERIFY(!stroke->color().isValid());
 }
 
-QTEST_MAIN(TestBoardSnapshot)
+PLUMARA_TEST(TestBoardSnapshot)
 #include "tst_boardsnapshot.moc"

@@ -4,6 +4,7 @@
 #include "items/freedrawitem.h"
 #include "items/resizablepixmapitem.h"
 #include "items/stickynoteitem.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/noteoncanvas.h"
 
 #include <QApplication>
@@ -363,5 +364,5 @@ void TestSnapshotEquality::fiveThousandStrokesComeBackEqual()
     QVERIFY(!snapshotsEqual(after, before));
 }
 
-QTEST_MAIN(TestSnapshotEquality)
+PLUMARA_TEST(TestSnapshotEquality)
 #include "tst_snapshotequality.moc"

@@ -1,4 +1,5 @@
 #include "tests/home/homewindow.h"
+#include "tests/support/main/registeredtest.h"
 
 #include <QElapsedTimer>
 #include <QPushButton>
@@ -138,5 +139,5 @@ void TestCacheEffect::clearingTheCacheTouchesNoFile()
     QVERIFY(QFileInfo::exists(board));
 }
 
-QTEST_MAIN(TestCacheEffect)
+PLUMARA_TEST(TestCacheEffect)
 #include "tst_cacheeffect.moc"

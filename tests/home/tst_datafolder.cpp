@@ -3,6 +3,7 @@
 #include "tests/home/lockedfolder.h"
 #include "tests/home/progresswatch.h"
 #include "tests/home/writtenfile.h"
+#include "tests/support/main/registeredtest.h"
 
 #include <QAbstractItemModel>
 #include <QElapsedTimer>
@@ -417,5 +418,5 @@ void TestDataFolder::theWindowMayGoWhileTheSlotStillRuns()
     QVERIFY(stands(home->dataPath()));
 }
 
-QTEST_MAIN(TestDataFolder)
+PLUMARA_TEST(TestDataFolder)
 #include "tst_datafolder.moc"

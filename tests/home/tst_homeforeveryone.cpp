@@ -2,6 +2,7 @@
 #include "tests/home/homewindow.h"
 #include "tests/support/contrast.h"
 #include "tests/support/keyboardwalk.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/names.h"
 
 #include <QListWidget>
@@ -264,5 +265,5 @@ void TestHomeForEveryone::theProgressOfDeletingStandsOut()
     QTRY_VERIFY(!home->window.isVisible());
 }
 
-QTEST_MAIN(TestHomeForEveryone)
+PLUMARA_TEST(TestHomeForEveryone)
 #include "tst_homeforeveryone.moc"

@@ -1,6 +1,7 @@
 #include "tests/home/helptable.h"
 #include "tests/home/homecheckboxes.h"
 #include "tests/home/windowtable.h"
+#include "tests/support/main/registeredtest.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -264,5 +265,5 @@ void TestHomeForm::noHelpTextIsCut()
     home->window.NavMain();
 }
 
-QTEST_MAIN(TestHomeForm)
+PLUMARA_TEST(TestHomeForm)
 #include "tst_homeform.moc"

@@ -1,4 +1,5 @@
 #include "tests/home/homewindow.h"
+#include "tests/support/main/registeredtest.h"
 
 #include <QFontInfo>
 #include <QLabel>
@@ -198,5 +199,5 @@ void TestHomeLook::previewsFillTheirLabels()
     }
 }
 
-QTEST_MAIN(TestHomeLook)
+PLUMARA_TEST(TestHomeLook)
 #include "tst_homelook.moc"

@@ -1,5 +1,6 @@
 #include "tests/home/boxsequence.h"
 #include "tests/home/homewindow.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/sharppictures.h"
 #include "tests/support/textfit.h"
 
@@ -111,5 +112,5 @@ void TestHomeScaling::iconsAreSharp()
     QCOMPARE(coarse.join(u", "), QString());
 }
 
-QTEST_MAIN(TestHomeScaling)
+PLUMARA_TEST(TestHomeScaling)
 #include "tst_homescaling.moc"

@@ -1,4 +1,5 @@
 #include "tests/home/homecheckboxes.h"
+#include "tests/support/main/registeredtest.h"
 
 #include <QAbstractButton>
 #include <QDir>
@@ -263,5 +264,5 @@ void TestMainWindow::theUpdateCheckBoxCannotBeToggled()
     QVERIFY(home->child<QCheckBox>(u"CheckUpdates"_s)->isChecked());
 }
 
-QTEST_MAIN(TestMainWindow)
+PLUMARA_TEST(TestMainWindow)
 #include "tst_mainwindow.moc"

@@ -1,6 +1,7 @@
 #include "tests/home/boardshome.h"
 #include "tests/home/boxsequence.h"
 #include "tests/support/filedialoganswer.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/markingtranslator.h"
 
 #include <QSignalSpy>
@@ -341,5 +342,5 @@ void TestOpenBoard::aBrokenFileIsReportedAndTheBoardWindowShown()
     QCOMPARE(home->boardName(), u"broken.vtrz"_s);
 }
 
-QTEST_MAIN(TestOpenBoard)
+PLUMARA_TEST(TestOpenBoard)
 #include "tst_openboard.moc"

@@ -1,4 +1,5 @@
 #include "tests/home/boardshome.h"
+#include "tests/support/main/registeredtest.h"
 
 #include <QElapsedTimer>
 #include <QIcon>
@@ -306,5 +307,5 @@ void TestRecentBoards::theDesktopsOwnDocumentIconIsPreferred()
     QCOMPARE(home->drawnRow(0).pixelColor(20, 20), QColor(Qt::magenta));
 }
 
-QTEST_MAIN(TestRecentBoards)
+PLUMARA_TEST(TestRecentBoards)
 #include "tst_recentboards.moc"

@@ -1,4 +1,5 @@
 #include "tests/home/homewindow.h"
+#include "tests/support/main/registeredtest.h"
 #ifdef Q_OS_WIN
 #include "tests/support/startedcommands.h"
 #endif
@@ -314,7 +315,7 @@ void TestUpdateAdvisor::updateAndEnd()
     QCOMPARE(commands.commandLines().size(), 1);
     // Simplified because the toolkit puts two blanks between a program and its arguments.
     QCOMPARE(commands.commandLines().constFirst().simplified(),
-             u"taskkill /F /IM tst_updateadvisor.exe /T"_s);
+             u"taskkill /F /IM home_tests.exe /T"_s);
 #endif
 }
 
@@ -337,5 +338,5 @@ void TestUpdateAdvisor::withoutABrowserTheProgramEndsAllTheSame()
     QDesktopServices::unsetUrlHandler(u"https"_s);
 }
 
-QTEST_MAIN(TestUpdateAdvisor)
+PLUMARA_TEST(TestUpdateAdvisor)
 #include "tst_updateadvisor.moc"

@@ -1,6 +1,7 @@
 #include "home/updatecheck.h"
 #include "tests/home/homewindow.h"
 #include "tests/home/updateserver.h"
+#include "tests/support/main/registeredtest.h"
 
 #include <QElapsedTimer>
 #include <QGraphicsOpacityEffect>
@@ -321,5 +322,5 @@ void TestUpdateCheck::aServerHasHalfAMinuteForItsAnswer()
     QCOMPARE(serverPatience, std::chrono::seconds(30));
 }
 
-QTEST_MAIN(TestUpdateCheck)
+PLUMARA_TEST(TestUpdateCheck)
 #include "tst_updatecheck.moc"

@@ -1,6 +1,7 @@
 #include "items/arrowlineitem.h"
 
 #include "tests/support/arrowoncanvas.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/paintrecorder.h"
 #include "tests/support/roundpen.h"
 
@@ -204,5 +205,5 @@ void TestArrowLineHead::theHeadLiesWithinItsReach()
     }
 }
 
-QTEST_MAIN(TestArrowLineHead)
+PLUMARA_TEST(TestArrowLineHead)
 #include "tst_arrowlinehead.moc"

@@ -2,6 +2,7 @@
 
 #include "tests/support/arrowoncanvas.h"
 #include "tests/support/itemfacts.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/menuanswer.h"
 #include "tests/support/roundpen.h"
 
@@ -236,5 +237,5 @@ void TestArrowLineItem::belongsToItsScene()
     QVERIFY(arrow.isNull());
 }
 
-QTEST_MAIN(TestArrowLineItem)
+PLUMARA_TEST(TestArrowLineItem)
 #include "tst_arrowlineitem.moc"

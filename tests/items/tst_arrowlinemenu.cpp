@@ -1,6 +1,7 @@
 #include "items/arrowlineitem.h"
 
 #include "tests/support/arrowoncanvas.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/menuanswer.h"
 #include "tests/support/roundpen.h"
 
@@ -143,5 +144,5 @@ void TestArrowLineMenu::theArrowMayGoWhileTheMenuIsOpen()
     QVERIFY(arrow.isNull());
 }
 
-QTEST_MAIN(TestArrowLineMenu)
+PLUMARA_TEST(TestArrowLineMenu)
 #include "tst_arrowlinemenu.moc"

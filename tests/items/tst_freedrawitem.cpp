@@ -3,6 +3,7 @@
 #include "items/stickynoteitem.h"
 #include "tests/support/itemcanvas.h"
 #include "tests/support/itemfacts.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/roundpen.h"
 
 #include <QGraphicsRectItem>
@@ -216,5 +217,5 @@ void TestFreeDrawItem::belongsToItsScene()
     QVERIFY(stroke.isNull());
 }
 
-QTEST_MAIN(TestFreeDrawItem)
+PLUMARA_TEST(TestFreeDrawItem)
 #include "tst_freedrawitem.moc"

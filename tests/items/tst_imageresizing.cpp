@@ -1,6 +1,7 @@
 #include "items/resizablepixmapitem.h"
 
 #include "tests/support/imageoncanvas.h"
+#include "tests/support/main/registeredtest.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -308,5 +309,5 @@ void TestImageResizing::anyButtonResizes()
     QCOMPARE(on.image->pixmap().size(), QSize(151, 151));
 }
 
-QTEST_MAIN(TestImageResizing)
+PLUMARA_TEST(TestImageResizing)
 #include "tst_imageresizing.moc"

@@ -2,6 +2,7 @@
 
 #include "tests/support/imageoncanvas.h"
 #include "tests/support/itemfacts.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/paintrecorder.h"
 
 #include <QCursor>
@@ -292,5 +293,5 @@ void TestResizablePixmapItem::belongsToItsScene()
     QVERIFY(image.isNull());
 }
 
-QTEST_MAIN(TestResizablePixmapItem)
+PLUMARA_TEST(TestResizablePixmapItem)
 #include "tst_resizablepixmapitem.moc"

@@ -1,6 +1,7 @@
 #include "items/stickynoteitem.h"
 
 #include "tests/support/itemfacts.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/menuanswer.h"
 #include "tests/support/noteoncanvas.h"
 #include "tests/support/paintrecorder.h"
@@ -355,5 +356,5 @@ void TestStickyNoteItem::belongsToItsSceneWithItsText()
     QVERIFY(text.isNull());
 }
 
-QTEST_MAIN(TestStickyNoteItem)
+PLUMARA_TEST(TestStickyNoteItem)
 #include "tst_stickynoteitem.moc"

@@ -1,5 +1,6 @@
 #include "items/stickynoteitem.h"
 
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/menuanswer.h"
 #include "tests/support/noteoncanvas.h"
 
@@ -195,5 +196,5 @@ void TestStickyNoteMenu::theNoteMayGoWhileTheMenuIsOpen()
     QVERIFY(note.isNull());
 }
 
-QTEST_MAIN(TestStickyNoteMenu)
+PLUMARA_TEST(TestStickyNoteMenu)
 #include "tst_stickynotemenu.moc"

@@ -1,5 +1,6 @@
 #include "items/stickynoteitem.h"
 
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/noteoncanvas.h"
 
 #include <QClipboard>
@@ -185,5 +186,5 @@ void TestStickyNoteText::aNoteWithoutItsTextItemHasNoText()
     QCOMPARE(note.getText(), QString());
 }
 
-QTEST_MAIN(TestStickyNoteText)
+PLUMARA_TEST(TestStickyNoteText)
 #include "tst_stickynotetext.moc"

@@ -1,3 +1,5 @@
+#include "tests/support/main/registeredtest.h"
+
 #include <QCryptographicHash>
 #include <QDir>
 #include <QDirIterator>
@@ -271,5 +273,5 @@ void TestResources::theOnlyTranslationIsMexican()
     QCOMPARE(QDir(u":/i18n"_s).entryList(), QStringList{u"Plumara_es_MX.qm"_s});
 }
 
-QTEST_MAIN(TestResources)
+PLUMARA_TEST(TestResources)
 #include "tst_resources.moc"

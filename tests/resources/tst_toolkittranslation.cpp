@@ -1,3 +1,5 @@
+#include "tests/support/main/registeredtest.h"
+
 #include <QAbstractItemModel>
 #include <QAction>
 #include <QFile>
@@ -207,5 +209,5 @@ void TestToolkitTranslation::deleteKeyIsNamedInSpanish()
     QCOMPARE(QKeySequence(Qt::Key_Delete).toString(QKeySequence::NativeText), u"Supr"_s);
 }
 
-QTEST_MAIN(TestToolkitTranslation)
+PLUMARA_TEST(TestToolkitTranslation)
 #include "tst_toolkittranslation.moc"

@@ -2,6 +2,7 @@
 
 #include "tests/support/boarddocuments.h"
 #include "tests/support/imageoncanvas.h"
+#include "tests/support/main/registeredtest.h"
 
 #include <QGraphicsEllipseItem>
 #include <QJsonArray>
@@ -352,5 +353,5 @@ void TestBoardDocument::savingChangesNothingOnTheBoard()
     QCOMPARE(before.size(), 4);
 }
 
-QTEST_MAIN(TestBoardDocument)
+PLUMARA_TEST(TestBoardDocument)
 #include "tst_boarddocument.moc"

@@ -1,6 +1,7 @@
 #include "storage/boarddocument.h"
 
 #include "tests/support/boarddocuments.h"
+#include "tests/support/main/registeredtest.h"
 #include "tests/support/roundpen.h"
 
 #include <QBuffer>
@@ -379,5 +380,5 @@ void TestBoardReading::anItemBelongsToNobodyYet()
     }
 }
 
-QTEST_MAIN(TestBoardReading)
+PLUMARA_TEST(TestBoardReading)
 #include "tst_boardreading.moc"

@@ -1,6 +1,7 @@
 #include "storage/boarddocument.h"
 
 #include "tests/support/boarddocuments.h"
+#include "tests/support/main/registeredtest.h"
 
 #include <QImage>
 #include <QJsonArray>
@@ -231,5 +232,5 @@ void TestHostileDocuments::muchGarbageIsIgnored()
     QCOMPARE(toldOf(scene), QStringList(u"note 'aquí' coloured 0 at 0 0, level 1"_s));
 }
 
-QTEST_MAIN(TestHostileDocuments)
+PLUMARA_TEST(TestHostileDocuments)
 #include "tst_hostiledocuments.moc"
