@@ -26,18 +26,18 @@ void watch(QGraphicsItem *item, BoardWindow *window)
 
 void BoardWindow::saveBoardAs()
 {
-    // Quirk: saving and opening call the same files "Orvane Plumara (*.vtrz)" and "Pizarra de Plumara
-    // (*.vtrz)", because each dialog has its own text, and only the one for opening is translated.
-    // Quirk: the dialog for saving starts in the home folder and not among the recent boards, because
-    // boards may lie anywhere; only those in the data folder are listed.
+    // Quirk: the dialogs for saving and for opening name the same files differently, because each
+    // has its own filter text, "Orvane Plumara (*.vtrz)" and "Pizarra de Plumara (*.vtrz)".
+    // Quirk: the dialog for saving starts in the home folder and not among the recent boards,
+    // because a board may lie anywhere; the list shows only those of the data folder.
     QString path = QFileDialog::getSaveFileName(this, u"Guardar proyecto como"_s, QDir::homePath(),
                                                 u"Orvane Plumara (*.vtrz)"_s);
     if (path.isEmpty())
         return;
     // Quirk: "plan.VTRZ" is saved as "plan.VTRZ.vtrz", because only the extension in small letters
-    // is the program's own.
+    // is the program's own, and on most systems only that one is listed.
     // Quirk: a completed name replaces a file of that name without a question, because the dialog
-    // asks about the name as it was typed only.
+    // asks only about the name as it was typed.
     const QString extension = u".vtrz"_s;
     if (!path.endsWith(extension))
         path += extension;
@@ -87,11 +87,11 @@ void BoardWindow::loadBoard(const QString &path)
     }
 
     // Only now that the document is accepted does the present board go.
-    // Quirk: undoing after a board was opened brings back the board before it, because opening keeps
-    // the undo history; it keeps the tool, too.
+    // Quirk: undoing after an opening brings the board before it back, because opening keeps the
+    // undo history; it keeps the tool, too.
     scene->clear();
-    // Quirk: an opened board turns the order of items of one kind round, because the file lists the
-    // topmost first and each item goes on top of those before it.
+    // Quirk: among items of one kind, the topmost of a saved board is the lowest of the opened one,
+    // because a file lists the topmost first and each item goes on top of those before it.
     for (auto &item : itemsOf(contents.document)) {
         watch(item.get(), this);
         scene->addItem(item.release());

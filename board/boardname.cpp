@@ -15,8 +15,8 @@ void BoardWindow::setUnsaved(bool value)
 
 void BoardWindow::updateTitleLabel()
 {
-    // Quirk: a new board shows no marker, however much is drawn on it, because the marker belongs to
-    // the name of a file and a new board has none.
+    // Quirk: a new board never shows that it is unsaved, because the marker follows the name of a
+    // file and a new board has none.
     if (currentFilePath.isEmpty())
         return;
     QString text = QFileInfo(currentFilePath).fileName();

@@ -115,8 +115,8 @@ void BoardWindow::connectSignals()
     connect(scene, &QGraphicsScene::sceneRectChanged, this, &BoardWindow::captureSnapshot);
     connect(scene, &QGraphicsScene::changed, this, &BoardWindow::captureSnapshot);
     connect(scene, &QGraphicsScene::changed, this, &BoardWindow::repaintArrowHeads);
-    // Quirk: selecting an item marks the board unsaved, because whoever takes hold of something is
-    // about to change it, and most changes of a note or an arrow tell nothing themselves.
+    // Quirk: selecting an item marks the board unsaved, because whoever takes hold of an item is
+    // about to change it, and notes and arrows tell of no change themselves.
     connect(scene, &QGraphicsScene::selectionChanged, this, [this] {
         if (!scene->selectedItems().isEmpty())
             setUnsaved(true);

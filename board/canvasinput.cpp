@@ -25,8 +25,8 @@ struct ModeAppearance
     QPushButton *Ui::BoardWindow::*button;
 };
 
-// Quirk: the title says "Modo Linea" and the tool tip "Insertar línea", because the title is written
-// without the accent; people and their notes know it so.
+// Quirk: the window says "Modo Linea" without the accent that the tool tip has, because that is the
+// title's spelling, by which tools on the desktop find the window.
 constexpr ModeAppearance appearances[] = {
     {ToolMode::Cursor, u"Orvane Plumara - Modo Pizarra", Qt::ArrowCursor,
      &Ui::BoardWindow::ModoCursor},
@@ -51,6 +51,8 @@ bool isErasable(const QGraphicsItem *item)
 
 void BoardWindow::enterMode(ToolMode mode)
 {
+    // Quirk: a tool chosen in the middle of a gesture leaves the stroke or the arrow unfinished,
+    // because choosing a tool only chooses it; back in its mode, the pointer goes on with it.
     toolMode = mode;
     const auto &shown = *std::ranges::find(appearances, mode, &ModeAppearance::mode);
     setWindowTitle(QString::fromUtf16(shown.title));
@@ -148,8 +150,9 @@ bool BoardWindow::canvasPressed(const QPointF &scenePoint)
     case ToolMode::Pen:
         grabCanvas();
         strokePath = QPainterPath(scenePoint);
-        // Quirk: a click of the pen without a movement leaves a stroke that is neither seen nor saved,
-        // because a stroke gets its path from the first move on; the board counts as not empty.
+        // Quirk: a click of the pen leaves a stroke that is neither seen nor saved, because a
+        // stroke gets its path with the first move; it is a step of the history, and the board is
+        // not empty.
         currentStroke = new FreeDrawItem;
         currentStroke->setColor(Qt::black);
         currentStroke->setWidth(penWidth);
@@ -191,8 +194,9 @@ bool BoardWindow::canvasMoved(const QPointF &scenePoint, Qt::MouseButtons button
         return true;
     }
     if (toolMode == ToolMode::Eraser && buttons.testFlag(Qt::LeftButton)) {
-        // Quirk: erasing in a drag up, to the left or straight along one axis takes less than the eye
-        // expects, because the rectangle goes to the toolkit as it is, with a negative or no size.
+        // Quirk: erasing by a drag up, to the left or straight along an axis takes less than the
+        // eye expects, because the rectangle goes to the toolkit as it is, with a negative size or
+        // none.
         const QPointF moved = scenePoint - eraseStart;
         erase(scene->items(QRectF(eraseStart, QSizeF(moved.x(), moved.y())),
                            Qt::IntersectsItemShape, Qt::DescendingOrder));
@@ -219,8 +223,8 @@ bool BoardWindow::canvasReleased(const QPointF &scenePoint)
     } else {
         return false;
     }
-    // Quirk: pen, line and eraser serve for one gesture only, because the cursor is taken up again at
-    // its end; notes stay on until another tool is chosen.
+    // Quirk: pen, line and eraser serve for one gesture while notes stay on, because after a
+    // gesture the hand usually goes on to move or edit, and notes come in rows.
     captureSnapshot();
     setCursorMode();
     return true;

@@ -8,8 +8,8 @@ using namespace Qt::Literals::StringLiterals;
 
 void BoardWindow::closeBoard()
 {
-    // Quirk: a board with elements on it asks about unsaved changes even when it was just saved,
-    // because one question too many costs less than a lesson; only an empty board goes at once.
+    // Quirk: a saved board with elements on it is asked for unsaved changes all the same, because
+    // one question too many costs less than a lesson.
     if (!unsaved && scene->items().isEmpty()) {
         resetBoard();
         return;
@@ -19,8 +19,8 @@ void BoardWindow::closeBoard()
     box.setWindowTitle(u"Guardar cambios"_s);
     box.setText(u"Hay cambios sin guardar. ¿Deseas guardar antes de salir?"_s);
     box.setIcon(QMessageBox::Question);
-    // Quirk: of this box only the three buttons can be translated, not its title and its question,
-    // because the program's own texts are Spanish and short words are what other languages begin with.
+    // Quirk: of the question at closing only the three buttons go through translation, because the
+    // program is Spanish throughout and only these share their words with the toolkit's buttons.
     const auto *const yes = box.addButton(tr("Sí"), QMessageBox::YesRole);
     box.addButton(tr("No"), QMessageBox::NoRole);
     const auto *const cancel = box.addButton(tr("Cancelar"), QMessageBox::RejectRole);
@@ -28,8 +28,8 @@ void BoardWindow::closeBoard()
 
     if (box.clickedButton() == cancel)
         return;
-    // Quirk: after "Sí" the board closes even when it could not be saved, because who answers the
-    // question wants to leave; the failure has been told.
+    // Quirk: after "Sí" the board closes even when it could not be saved, because whoever answers
+    // the question is leaving; a warning has told of the failure.
     if (box.clickedButton() == yes)
         saveBoard();
     resetBoard();
@@ -37,17 +37,17 @@ void BoardWindow::closeBoard()
 
 void BoardWindow::resetBoard()
 {
-    // Quirk: closing a board keeps the undo history, the tool and the presentation for the next one,
-    // because one window serves every board and only what is on the canvas is cleared.
+    // Quirk: the next board begins with the undo history, the tool and the presentation of the
+    // closed one, because one window serves every board and closing clears only what is on it.
     scene->clear();
     currentFilePath.clear();
     // Quirk: the first board of a run is named "Pizarra1.vrtz" and every later one "Pizarra1.vtrz",
-    // because the form and the closing spell the name differently, and people know both.
+    // because the form and this line spell the name differently; both have been seen for long.
     showBoardName(u"Pizarra1.vtrz"_s);
     setUnsaved(false);
     if (homeWindow)
         homeWindow->show();
-    // Quirk: closing the board through the window's frame asks nothing and does not come back to the
-    // home window, because only its own button runs this flow.
+    // Quirk: closing the board through the window's frame asks nothing and ends the program,
+    // because only the button of the board runs this flow.
     close();
 }

@@ -38,8 +38,8 @@ constexpr PanelPlaces panels[] = {
     {&Ui::BoardWindow::ToolPanel, Qt::AlignLeft | Qt::AlignVCenter, {10, 188}},
     {&Ui::BoardWindow::ExitPanel, Qt::AlignLeft | Qt::AlignBottom, {10, 655}},
     {&Ui::BoardWindow::MainPanel, Qt::AlignLeft | Qt::AlignTop, {10, 10}},
-    // Quirk: after a presentation the panel for saving stands 70 pixels further left than before it,
-    // because its two places are given apart; at x 920 it is whole on narrow screens, too.
+    // Quirk: after a presentation the panel for saving stands 70 pixels further left than before,
+    // because the place it goes back to is not the one it was built at; people find it there.
     {&Ui::BoardWindow::AccountPanel, Qt::AlignRight | Qt::AlignTop, {920, 10}},
     {&Ui::BoardWindow::DateTimePanel, Qt::AlignRight | Qt::AlignBottom, {990, 655}},
 };
@@ -108,8 +108,8 @@ void BoardWindow::layOutPresentation()
     view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     view->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     view->setGeometry(rect());
-    // Quirk: on a screen that is not 1920 × 1080 the presented board is off the middle, because the
-    // view's own scene rectangle is the screen's while the board is scaled to fit.
+    // Quirk: on a screen that is not 1920 × 1080 a presented board is not in the middle, because
+    // the view's own scene rectangle is the screen's while the board is scaled to fit.
     view->setSceneRect(rect());
     view->fitInView(scene->sceneRect(), Qt::KeepAspectRatio);
 }
@@ -122,10 +122,10 @@ void BoardWindow::resizeEvent(QResizeEvent *event)
         layOutPresentation();
 }
 
-// Quirk: the reminder comes and goes at once instead of fading, because a window's opacity means
-// nothing to a panel inside it; the fades still decide when the panel goes.
-// Quirk: a presentation within ten seconds of the one before has a shorter reminder, because the
-// first one's timer runs on and hides the panel of both.
+// Quirk: the reminder comes and goes without fading, because a window's opacity means nothing to a
+// panel inside it; the fade-out still decides when the panel goes.
+// Quirk: a presentation soon after another one has a shorter reminder, because the first one's
+// timer runs on and hides the panel for both.
 
 /// Shows how to leave, for about 11 seconds.
 void BoardWindow::showReminder()
@@ -171,8 +171,8 @@ void BoardWindow::stopPresentation()
     view->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     view->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     scene->setSceneRect(BoardGeometry::board);
-    // Quirk: after a presentation the board is smaller than before until it is opened again, because
-    // the view keeps the presentation's scene rectangle and the whole board is fitted in.
+    // Quirk: after a presentation the window shows the whole board, smaller than before, because it
+    // is fitted into the view, which keeps the presentation's scene rectangle.
     view->resize(BoardGeometry::window);
     view->fitInView(scene->sceneRect(), Qt::KeepAspectRatio);
 

@@ -2,7 +2,7 @@
 // undone.
 #include "board/boardwindow.h"
 
-// Quirk: nine steps can be undone where the help page says ten, because the oldest of the ten
+// Quirk: nine steps can be undone where the help page speaks of ten, because the oldest of the ten
 // snapshots is the baseline.
 
 void BoardWindow::captureSnapshot()
@@ -34,11 +34,12 @@ void BoardWindow::redoMode()
 
 void BoardWindow::showSnapshot(const BoardSnapshot &snapshot)
 {
-    // Quirk: an image moved after undo or redo does not mark the board unsaved, nor does a drawn one,
-    // because only the items of an opened file are watched; undo and redo mark the board themselves.
+    // Quirk: a change of a drawn or a restored item does not mark the board unsaved, because only
+    // items of an opened file are watched; drawing belongs to a board without a file, and undo and
+    // redo mark the board themselves.
     restoreSnapshot(*scene, snapshot);
     setUnsaved(true);
-    // Quirk: the label is written twice after undo and redo, because setUnsaved() has written it
+    // Quirk: undo and redo write the board's name twice, because setUnsaved() has written it
     // already; nothing of it is seen.
     updateTitleLabel();
 }

@@ -9,8 +9,9 @@
 class QGraphicsItem;
 class QGraphicsScene;
 
-// Quirk: undo and redo forget the texts of notes, the widths of strokes and the colours and widths
-// of arrows, because two boards that differ in nothing else count as one state of the history.
+// Quirk: undo and redo forget the texts of notes, the widths of strokes, the colours and widths of
+// arrows and the full size of pictures, because the history keeps one value an item, and two boards
+// that differ in nothing else are one state to it.
 
 /// One board item as the undo history keeps it.
 ///

@@ -59,8 +59,8 @@ void MainWindow::animateCacheClear()
 
     effect->addPause(coverStayTime);
 
-    // Quirk: "Eliminar datos caché" deletes nothing and works once a run, because it only shows this
-    // effect, and nothing enables the button again.
+    // Quirk: "Eliminar datos caché" deletes nothing and works once a run, because the program keeps
+    // no cache; the button only shows this effect, and nothing enables it again.
     ui->ClearCacheBtn->setEnabled(false);
 
     auto *const out = new QSequentialAnimationGroup(this);

@@ -107,7 +107,7 @@ void MainWindow::deleteAll()
     }
 
     // Quirk: deleting all data takes two seconds however little there is, because the bar fills at
-    // its own pace and the folder goes at its end; there is that long to see what is happening.
+    // its own pace and the folder goes at its end; so there is time to see what happens.
     auto *const dialog = new ProgressDialog(this);
     dialog->show();
     QCoreApplication::processEvents();
@@ -133,8 +133,8 @@ void MainWindow::deleteAll()
             QTimer::singleShot(closeDelay, this, &MainWindow::close);
             loop.quit();
         }
-        // Quirk: after a failed deletion the program lives on inside a loop of its own until it ends,
-        // because only a success leaves the loop; nothing of it is felt.
+        // Quirk: after a failed deletion the program goes on inside this loop until it ends,
+        // because only a success leaves it; nothing of it is felt.
     };
     // The loop is the context: the steps need the variables here, and end with them at the latest.
     connect(timer, &QTimer::timeout, &loop, step, Qt::DirectConnection);

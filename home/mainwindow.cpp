@@ -49,12 +49,16 @@ void namePreviews(const QTabWidget *help)
 MainWindow::MainWindow(QWidget *parent)
     : QMainWindow(parent)
     , ui(std::make_unique<Ui::MainWindow>())
-    // Quirk: boards lie in "Documents/OrvanePlumara" in the home folder, also where the system's folder
-    // of documents has another name or place, because the path is written out; boards that exist lie
+    // Quirk: boards lie in "Documents/OrvanePlumara" in the home folder also where the system calls
+    // its folder of documents otherwise, because the path is written out and boards that exist lie
     // there.
     , dataPath(QDir::homePath() + "/Documents/OrvanePlumara"_L1)
     , projectDelegate(std::make_unique<ProjectDelegate>())
 {
+    // Quirk: some texts are misspelt ("presición", "Recondtuir", "difernetes", "infrerior"),
+    // because they are the product's own texts, which manuals and people quote.
+    // Quirk: the boxes on the settings page do nothing and forget their state, because they
+    // announce what is to come; the one that speaks of encryption is OnlyViewData.
     ui->setupUi(this);
 
     checkVersion();

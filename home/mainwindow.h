@@ -41,8 +41,6 @@ public:
     /// Flashes the caption and the task-bar button three times. Returns what Windows reports:
     /// whether the window was active before the call. On other systems it asks for the person's
     /// attention as the desktop does, and returns false.
-    // Quirk: of the two calls that bring the window to a person's notice, a call by name reaches only
-    // restoreWindow(), because this one is no slot.
     bool flashTaskbarIcon();
 
 public slots:
@@ -107,7 +105,9 @@ private:
 
     std::unique_ptr<Ui::MainWindow> ui;
     QLocale locale{QLocale::Spanish, QLocale::Mexico};
-    bool updating = false; // set by launchUpdater(), read by nothing
+    // Quirk: that the program is updating is noted and never asked for, because the program ends
+    // right after it.
+    bool updating = false;
     BoardWindow *boardWindow = nullptr; // null until first needed; a child of this window
     QNetworkAccessManager network;
     QString dataPath; // the data folder, absolute

@@ -37,9 +37,9 @@ void MainWindow::showProjects()
         ui->listWidget->addItem(item);
     }
 
-    // Quirk: one click opens a board, because the slot named after the double click is connected to
-    // the click. The signal that is disconnected is the other one, so every run adds a connection; see
-    // onProjectDoubleClicked().
+    // Quirk: one click opens a board of the list, because the slot that is named after the double
+    // click is connected to the click. What is disconnected is the other signal, so every run adds
+    // a connection; see onProjectDoubleClicked().
     disconnect(ui->listWidget, &QListWidget::itemDoubleClicked, this,
                &MainWindow::onProjectDoubleClicked);
     connect(ui->listWidget, &QListWidget::itemClicked, this, &MainWindow::onProjectDoubleClicked);
@@ -69,8 +69,8 @@ void MainWindow::onProjectDoubleClicked(QListWidgetItem *item)
 
 void MainWindow::startProject()
 {
-    // Quirk: a board that was just saved is missing in the list, because the list is made anew at a
-    // start and when a row is opened, not when a board is closed.
+    // Quirk: a board that was just saved is not in the list yet, because the list is made at the
+    // start and when one of its rows is opened, not when a board is closed.
     board()->show();
     hide();
 }
@@ -96,8 +96,9 @@ BoardWindow *MainWindow::board()
 void MainWindow::openBoard(const QString &path)
 {
     board()->loadBoard(path);
-    // Quirk: a file that could not be opened leads to a board under that file's name, because the name
-    // is shown whatever became of opening; saving goes to the board's earlier file or asks for one.
+    // Quirk: a file that could not be opened leads to a board under that file's name, because the
+    // board is named and shown whatever became of opening; it is saved to its earlier file, or
+    // asks.
     board()->showBoardName(QFileInfo(path).fileName());
     board()->show();
     hide();

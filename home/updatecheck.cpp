@@ -80,8 +80,8 @@ void MainWindow::readVersion(QNetworkReply *reply)
     const QJsonDocument document = QJsonDocument::fromJson(reply->readAll());
     if (document.isNull())
         return;
-    // Quirk: version "1.0.10000" counts as older than "1.0.2026", because versions are compared as
-    // text; the server names its versions accordingly.
+    // Quirk: version 1.0.10000 counts as older than 1.0.2026, because versions are compared as
+    // text; the server has to name its versions accordingly.
     const QString version = document.object().value("version"_L1).toString();
     if (programVersion >= version)
         return;
@@ -96,8 +96,8 @@ void MainWindow::initializeUpdateAdvisorEffect()
 
 void MainWindow::showUpdateMessage()
 {
-    // Quirk: the update advisor always speaks of version 1.1.2026, because its texts are part of the
-    // form; what the server names only decides whether it is shown.
+    // Quirk: the update advisor always announces version 1.1.2026, because its texts are part of
+    // the form; the server's version only decides whether it is shown.
     if (auto *const fade = fadeUpdateAdvisor(0.0, 1.0)) {
         if (!ui->UpdateAdvisor->isAncestorOf(focusWidget()))
             focusBeforeAdvisor = focusWidget();

@@ -122,6 +122,8 @@ void ArrowLineItem::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
         connect(menu.addAction(QString::fromUtf16(entry.label)), &QAction::triggered, this,
                 [this, width = entry.width] { setWidth(width); });
     }
+    // Quirk: another colour or thickness of an arrow does not mark the board unsaved, because an
+    // arrow tells nothing of its pen.
     menu.exec(event->screenPos());
 }
 
@@ -141,8 +143,8 @@ void ArrowLineItem::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
         setPos(pos() + event->scenePos() - lastScenePos);
         lastScenePos = event->scenePos();
     }
-    // Quirk: the first step of dragging an arrow counts twice, because the toolkit moves the item as
-    // well, from where it stood at its own first step.
+    // Quirk: the first step of dragging an arrow counts twice, because the toolkit moves the item
+    // as well, from where it stood at its own first step.
     QGraphicsLineItem::mouseMoveEvent(event);
 }
 

@@ -11,8 +11,8 @@
 /// made without a QObject parent and belongs to the scene that it is added to.
 ///
 /// The bounding rectangle and the shape are the bare line's; the head may reach outside of them.
-// Quirk: an arrow is hit and erased by its line only, not by its head, because the head is drawn on
-// top of the toolkit's line item, whose shape and rectangle it keeps.
+// Quirk: an arrow is taken hold of and erased by its line, not by its head, because shape and
+// rectangle are those of the toolkit's line item and the head is only drawn.
 class ArrowLineItem : public QObject, public QGraphicsLineItem
 {
     Q_OBJECT

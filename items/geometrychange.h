@@ -3,9 +3,9 @@
 
 #include <QGraphicsItem>
 
-// Quirk: moving an opened note or arrow does not mark the board unsaved, moving an image does,
-// because the toolkit sends these notifications only to items with ItemSendsGeometryChanges, which
-// of all items only images set. (What selects the note or arrow marks the board anyway.)
+// Quirk: moving a note or an arrow that is still selected after saving does not mark the board
+// unsaved, because the toolkit sends these notifications only to items with
+// ItemSendsGeometryChanges, and of the four kinds only images set it. Selecting marks the board.
 
 /// Whether \a change tells that an item's place on the board or its shape there has changed.
 constexpr bool isGeometryChange(QGraphicsItem::GraphicsItemChange change)

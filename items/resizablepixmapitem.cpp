@@ -97,8 +97,8 @@ void ResizablePixmapItem::cursorForPosition(const QPointF &itemPos)
     setCursor(handle ? handle->cursor : Qt::ArrowCursor);
 }
 
-// Quirk: the outer half of a handle cannot be grabbed, because the shape of a picture is the picture;
-// only its rectangle is grown for the handles to be painted.
+// Quirk: the outer half of a handle cannot be grabbed, because the shape of a picture is the
+// picture; only its rectangle is grown for the handles to be painted.
 QRectF ResizablePixmapItem::boundingRect() const
 {
     return QGraphicsPixmapItem::boundingRect().adjusted(-handleReach, -handleReach, handleReach,

@@ -42,8 +42,8 @@ constexpr Paper papers[] = {
     {StickyNoteItem::Grey, u"⚪ Gris", u"#E0E0E0", u"#A0A0A0"},
 };
 
-// Quirk: the note's menu lists the colours in the order of their labels' characters, because it is
-// made from a map sorted by label; people know it so.
+// Quirk: the menu of a note lists grey first and yellow last, because a map sorts the labels by
+// their characters; hands know the order by now.
 QMap<QString, StickyNoteItem::NoteColor> colorsByLabel()
 {
     QMap<QString, StickyNoteItem::NoteColor> colors;
@@ -106,8 +106,8 @@ void StickyNoteItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, 
 {
     QLinearGradient gradient(0.0, 0.0, 0.0, noteSide);
     const auto *const paper = std::ranges::find(papers, noteColor_, &Paper::color);
-    // Quirk: a note of an unknown colour goes from black to white, because a gradient without colours
-    // of its own has those; a file that a later version wrote still opens and keeps its number.
+    // Quirk: a note of an unknown colour goes from black to white, because a gradient without stops
+    // does; the number is kept, so that a file from elsewhere is saved as it was.
     if (paper != std::end(papers)) {
         gradient.setColorAt(0.0, QColor::fromString(QStringView(paper->top)));
         gradient.setColorAt(1.0, QColor::fromString(QStringView(paper->bottom)));
@@ -166,9 +166,10 @@ void StickyNoteItem::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 
 void StickyNoteItem::focusInEvent(QFocusEvent *event)
 {
-    // Quirk: "Agregar texto..." stays in a note until it is deleted by hand, and a text that came
-    // with the file may be longer than 300 characters, because the note's first focus only begins to
-    // hold the limit; it touches no text.
+    // Quirk: "Agregar texto..." stays in a note until it is deleted by hand, because it is text
+    // like any other; the first focus leaves it alone.
+    // Quirk: a text of more than 300 characters that came with the file stays until it is edited,
+    // because the limit holds from the first focus on, and only what is typed then is cut.
     placeholderActive = false;
     QGraphicsObject::focusInEvent(event);
 }
@@ -188,6 +189,8 @@ void StickyNoteItem::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
         action->setChecked(true);
     }
 
+    // Quirk: another colour of a note does not mark the board unsaved, because a note tells nothing
+    // of its colour and its text; whoever edits the text selects the note and so marks the board.
     // The note may be gone when the menu closes: the menu runs an event loop of its own.
     const QPointer<StickyNoteItem> self(this);
     const auto *const chosen = menu.exec(event->screenPos());

@@ -1,43 +1,89 @@
+# Sourced by the scripts: their options, and the tools and packages that they need, by purpose:
+#   build     the program on Linux
+#   display   a virtual display, and a person's pointer and keys in it
+#   lint      layout and lint, of C++ and of the scripts
+#   test      what the tests and the benchmarks need beside the program
+#   windows   the program for Windows
+#   wine      running it
+#   package   its installer and its ZIP file
+#   art       rendering the pictures
+#   qt        building a Qt for Windows
+#   debian13  making a Debian 13 on another Linux
 # shellcheck shell=bash
-# Sourced by its neighbours: what building, running and testing need, and how it gets here.
 
-# The one list of Debian packages, by purpose.
+# The Debian packages.
 declare -A packages=(
     [build]="cmake ninja-build g++ qt6-base-dev qt6-l10n-tools"
     [display]="xvfb openbox xdotool x11-utils x11-xkb-utils imagemagick jq fonts-noto-color-emoji"
     # The version is fixed because every release of clang-format lays some code out differently;
     # 19 is in Debian 12 and 13 alike.
-    [lint]="clang-format-19 clang-tidy-19"
+    [lint]="clang-format-19 clang-tidy-19 shellcheck"
     [test]="openssl libbenchmark-dev"
-    [package]="nsis zip"
-    [qt]="dpkg-dev g++ qt6-base-dev qt6-base-dev-tools"
-    [debian13]="debootstrap debian-archive-keyring"
     [windows]="g++-mingw-w64-x86-64-posix cmake ninja-build qt6-base-dev qt6-l10n-tools"
     [wine]="wine wine64 fonts-wine fonts-liberation fonts-symbola xauth"
+    [package]="nsis zip"
+    [art]="librsvg2-bin imagemagick"
+    [qt]="dpkg-dev g++ qt6-base-dev qt6-base-dev-tools"
+    [debian13]="debootstrap debian-archive-keyring"
 )
-# The same where there is no apt: the commands that have to be here.
+# The commands, for people who install by hand. Of names with a comma between them one is enough.
 declare -A commands=(
     [build]="cmake ninja c++"
-    [display]="Xvfb openbox xdotool xprop setxkbmap convert jq"
-    [lint]="clang-format clang-tidy"
+    [display]="Xvfb openbox xdotool xprop xwininfo setxkbmap convert import jq"
+    [lint]="clang-format-19,clang-format clang-tidy-19,clang-tidy shellcheck"
     [test]="openssl"
+    [windows]="x86_64-w64-mingw32-g++-posix cmake ninja"
+    [wine]="wine wineboot wineserver"
     [package]="makensis zip"
+    [art]="rsvg-convert convert"
+    [qt]="dpkg-source c++ ninja"
     [debian13]="debootstrap"
-    [windows]="x86_64-w64-mingw32-g++-posix cmake ninja lrelease"
-    [wine]="wine wineserver"
 )
 
 # Qt reads file names and texts as UTF-8; a bare system's "C" says nothing of it.
 [[ $(locale charmap) == UTF-8 ]] || export LC_ALL=C.UTF-8
+
+# What the help texts say of --no-install.
+# shellcheck disable=SC2034 # used by those who source this file
+no_install_option="  --no-install  names what is missing on this machine and installs nothing"
 
 die() {
     printf '%s: %s\n' "$(basename "$0")" "$*" >&2
     exit 1
 }
 
-# need <purpose>...: everything for build, display, lint or test is here, or the script ends.
+# take_options <help text> <argument>...: shows the help text for --help, notes --no-install where the
+# text offers it, and leaves all that follows in the array arguments.
+take_options() {
+    help_text=$1
+    shift
+    while [[ ${1:-} == --help || (${1:-} == --no-install && $help_text == *"[--no-install]"*) ]]; do
+        if [[ $1 == --help ]]; then
+            echo "$help_text"
+            exit
+        fi
+        export PLUMARA_NO_INSTALL=1
+        shift
+    done
+    arguments=("$@")
+}
+# expect_arguments <fewest> <most>: so many of them are left, and no option.
+expect_arguments() {
+    ((${#arguments[@]} >= $1 && ${#arguments[@]} <= $2)) || wrong_usage
+    local argument
+    for argument in "${arguments[@]}"; do
+        [[ $argument != -* ]] || wrong_usage
+    done
+}
+wrong_usage() {
+    local usage=${help_text%%$'\n'*}
+    printf '%s: is used as %s; --help tells more.\n' "$(basename "$0")" "${usage#Usage: }" >&2
+    exit 2
+}
+
+# need <purpose>...: everything for these purposes is here, or gets here, or the script ends.
 need() {
-    if command -v apt-get >/dev/null; then
+    if [[ -z ${PLUMARA_NO_INSTALL:-} ]] && command -v apt-get >/dev/null; then
         need_packages "$@"
     else
         need_commands "$@"
@@ -55,11 +101,11 @@ need_packages() {
     ((${#missing[@]})) || return 0
 
     local as_root=()
-    if ((EUID != 0)); then
+    if (($(id -u) != 0)); then
         as_root=(sudo)
         [[ -t 0 ]] || as_root+=(-n)
         "${as_root[@]}" true 2>/dev/null \
-            || die "these packages are missing: ${missing[*]}. Install them as root with:" \
+            || die "needs packages that only root can install:" \
                 "apt-get install --no-install-recommends ${missing[*]}"
     fi
     echo "Installing ${missing[*]}"
@@ -69,18 +115,38 @@ need_packages() {
         || die "could not install: ${missing[*]}"
 }
 
+# need_commands <purpose>...: the same, but nothing is installed.
 need_commands() {
-    local purpose name missing=()
+    local purpose names missing=()
     for purpose in "$@"; do
-        for name in ${commands[$purpose]}; do
-            command -v "$name" >/dev/null || missing+=("$name")
+        for names in ${commands[$purpose]}; do
+            first_command "$names" >/dev/null || missing+=("${names//,/ or }")
         done
+        case $purpose in
+        build)
+            compiles /dev/null || missing+=("a C++20 compiler")
+            [[ $(qt_version) =~ ^6\.([4-9]|[1-9][0-9]) ]] || missing+=("Qt 6.4 or later")
+            ;;
+        test)
+            compiles /dev/null -include benchmark/benchmark.h || missing+=("Google Benchmark")
+            ;;
+        esac
     done
-    c++ -std=c++20 -fsyntax-only -x c++ /dev/null 2>/dev/null || missing+=("a C++20 compiler")
-    [[ $(qt_version) =~ ^6\.([4-9]|[1-9][0-9]) ]] || missing+=("Qt 6.4 or later")
     ((${#missing[@]})) || return 0
-    die "these are missing: $(printf '%s, ' "${missing[@]}" | sed 's/, $//')."
+    die "needs what is missing here: $(printf '%s, ' "${missing[@]}" | sed 's/, $//')."
 }
+
+# first_command <names>: the path of the first that is here, of names with commas between them.
+first_command() {
+    local names name
+    IFS=, read -ra names <<<"$1"
+    for name in "${names[@]}"; do
+        command -v "$name" && return
+    done
+    return 1
+}
+
+compiles() { c++ -std=c++20 -fsyntax-only "${@:2}" -x c++ "$1" 2>/dev/null; }
 
 qt_version() {
     local tool

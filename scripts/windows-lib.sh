@@ -1,6 +1,6 @@
-# shellcheck shell=bash
 # Sourced by its neighbours after lib.sh: the place where the Windows program is built, Debian 13,
 # and the Qt that it is built with.
+# shellcheck shell=bash
 
 # What is made once and kept.
 cache=${PLUMARA_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/orvane-plumara}
@@ -19,7 +19,7 @@ windows_qt_release=6.8
 # a Debian 13 of its own, which sees the same project, and ends with the script's exit code.
 on_debian_13() {
     [[ $(release) != trixie ]] || return 0
-    ((EUID == 0)) || die "needs root rights to make and enter a Debian 13 here: start it with sudo," \
+    (($(id -u) == 0)) || die "needs root rights to make and enter a Debian 13 here: start it with sudo," \
         "or on Debian 13."
     mkdir -p "$cache"
     make_debian_13
@@ -78,6 +78,7 @@ in_debian_13() {
     ' bash "$root" 3 "$PWD" "$cache" "$PLUMARA_QT_WINDOWS" \
         /usr/bin/env -i HOME=/root PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin \
         LC_ALL=C.UTF-8 TERM="${TERM:-dumb}" ${CI:+CI="$CI"} ${http_proxy:+http_proxy="$http_proxy"} \
+        ${CMAKE_BUILD_PARALLEL_LEVEL:+CMAKE_BUILD_PARALLEL_LEVEL="$CMAKE_BUILD_PARALLEL_LEVEL"} \
         PLUMARA_CACHE="$cache" PLUMARA_QT_WINDOWS="$PLUMARA_QT_WINDOWS" \
         bash -c 'cd "$1" && shift && exec "$@"' bash "$PWD" "$@"
 }

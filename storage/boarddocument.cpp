@@ -40,8 +40,8 @@ QJsonArray pointsOf(const QPainterPath &path)
     return points;
 }
 
-// Quirk: an opened curve has corners, because every point but those that move becomes a line to its
-// place; the program itself draws no curves.
+// Quirk: a curve in a file comes back as straight pieces, because every point that does not move
+// the pen draws a line; the program itself draws no curves.
 QPainterPath pathOf(const QJsonArray &points)
 {
     QPainterPath path;
@@ -63,8 +63,8 @@ QPainterPath pathOf(const QJsonArray &points)
 ///   z          the z value of an opened item
 ///   written()  the element of an item, without its kind; none when the item is not stored
 ///   read()     the item that an element describes
-// Quirk: an opened board stacks strokes above notes and arrows above strokes, whatever lay on top
-// when it was saved, because the file holds no levels and every board that exists was read so.
+// Quirk: an opened board stacks strokes above notes and arrows above strokes, because a file holds
+// no levels and each kind has one; boards that exist have always been shown so.
 template <typename Item> struct Element;
 
 template <> struct Element<StickyNoteItem>
@@ -101,6 +101,8 @@ template <> struct Element<FreeDrawItem>
         if (path.isEmpty())
             return std::nullopt;
         const QPen pen = stroke.pen();
+        // Quirk: a transparent colour comes back opaque, because a file holds red, green and blue
+        // in six digits.
         return QJsonObject{{"path"_L1, pointsOf(path)},
                            {"penColor"_L1, pen.color().name()},
                            {"penWidth"_L1, pen.width()}};
@@ -139,8 +141,8 @@ template <> struct Element<ArrowLineItem>
                                                      pointOf(element, "x2"_L1, "y2"_L1));
         QPen pen(colorOf(element, "color"_L1));
         pen.setWidth(element.value("width"_L1).toInt());
-        // Quirk: the first change of an opened arrow from its menu starts from black and a width of
-        // 2, because the file's pen goes to the toolkit's item only, past the arrow's own.
+        // Quirk: the first change of an opened arrow from its menu starts from a black pen of width
+        // 2, because the file's pen goes to the toolkit's item, past the arrow's own.
         static_cast<QGraphicsLineItem &>(*arrow).setPen(pen);
         return arrow;
     }
@@ -153,6 +155,8 @@ template <> struct Element<ResizablePixmapItem>
 
     static std::optional<QJsonObject> written(const QGraphicsPixmapItem &image)
     {
+        // Quirk: a picture that was made smaller cannot be enlarged sharply after an opening,
+        // because the file holds it as it is shown and not as it was inserted.
         QByteArray bytes;
         QBuffer buffer(&bytes);
         buffer.open(QIODevice::WriteOnly);
@@ -166,8 +170,8 @@ template <> struct Element<ResizablePixmapItem>
         const auto bytes =
             QByteArray::fromBase64(element.value("imageData"_L1).toString().toLatin1());
         QPixmap pixmap;
-        // Quirk: what is no picture opens as an empty image at its place, because one damaged picture
-        // must not cost the rest of the board.
+        // Quirk: a damaged picture opens as an empty image at its place, because it must not cost
+        // the rest of the board.
         pixmap.loadFromData(bytes, imageFormat);
         auto image = std::make_unique<ResizablePixmapItem>(pixmap);
         image->setPos(pointOf(element, "x"_L1, "y"_L1));
@@ -192,8 +196,8 @@ std::optional<QJsonObject> elementOf(const QGraphicsItem *item)
     });
     if (known)
         return element;
-    // Quirk: a bare path, line or picture of the toolkit is stored as well, because the file goes by
-    // the toolkit's types; the program itself puts none on a board.
+    // Quirk: a bare path, line or picture of the toolkit is stored as well, because a file goes by
+    // the toolkit's types of items; the program itself puts none on a board.
     if (const auto *path = qgraphicsitem_cast<const QGraphicsPathItem *>(item))
         return elementAs<FreeDrawItem>(*path);
     if (const auto *line = qgraphicsitem_cast<const QGraphicsLineItem *>(item))

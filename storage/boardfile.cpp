@@ -23,7 +23,7 @@ BoardFileWriting writeDocument(const QString &path, const QJsonObject &document)
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
         return BoardFileWriting::CannotOpen;
     const qint64 written = file.write(QJsonDocument(document).toJson(QJsonDocument::Indented));
-    // Quirk: a board that was written only in part counts as saved, because any count of bytes above
-    // zero is a success; an error that follows is not looked at.
+    // Quirk: a board that was written only in part counts as saved, because any number of bytes
+    // above zero is taken for a success.
     return written > 0 ? BoardFileWriting::Written : BoardFileWriting::WriteFailed;
 }

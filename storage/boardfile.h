@@ -21,8 +21,8 @@ BoardFileContents readDocument(const QString &path);
 /// it is as it was.
 enum class BoardFileWriting { Written, CannotOpen, WriteFailed };
 
-// Quirk: a save that fails half-way costs the file's earlier contents, because a board is written
-// straight into its file, without a temporary file, a backup or a lock.
+// Quirk: a save that fails leaves the file empty, because a board is written straight into its
+// file, without a temporary file, a backup or a lock.
 
 /// Replaces the contents of the file \a path by \a document.
 BoardFileWriting writeDocument(const QString &path, const QJsonObject &document);

@@ -2,7 +2,11 @@
 #include "tests/support/main/registeredtest.h"
 
 #include <QAbstractButton>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QMetaMethod>
+#include <QStandardPaths>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -65,6 +69,7 @@ private slots:
     void flashingReportsFalseWhereThereIsNoTaskBar();
     void datesAreMexicanFromNowOn();
     void theDataFolderIsMadeAtStart();
+    void theDataFolderKeepsItsPlaceWhereDocumentsLieElsewhere();
 
     // Settings
     void togglingACheckBoxChangesNothingElse_data();
@@ -198,6 +203,25 @@ void TestMainWindow::datesAreMexicanFromNowOn()
 void TestMainWindow::theDataFolderIsMadeAtStart()
 {
     QVERIFY(QFileInfo(home->dataPath()).isDir());
+}
+
+void TestMainWindow::theDataFolderKeepsItsPlaceWhereDocumentsLieElsewhere()
+{
+    const ScratchHome scratch;
+    QVERIFY(QDir(scratch.path()).mkpath(u".config"_s));
+    QFile places(scratch.path(u".config/user-dirs.dirs"_s));
+    QVERIFY(places.open(QIODevice::WriteOnly));
+    places.write("XDG_DOCUMENTS_DIR=\"$HOME/Documentos\"\n");
+    places.close();
+#ifndef Q_OS_WIN
+    QCOMPARE(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
+             scratch.path(u"Documentos"_s));
+#endif
+
+    const MainWindow window;
+
+    QVERIFY(QFileInfo(scratch.dataPath()).isDir());
+    QVERIFY(!QFileInfo::exists(scratch.path(u"Documentos"_s)));
 }
 
 void TestMainWindow::togglingACheckBoxChangesNothingElse_data()

@@ -199,9 +199,8 @@ void TestResources::recordedFileIsUnchangedSinceTheLastRendering()
 
 void TestResources::everyDrawingAndPictureIsRecorded()
 {
-    QStringList expected{u"art/sizes.txt"_s, u"../scripts/previews"_s,
-                         u"../tests/e2e/previews/camera.sh"_s, u"../tests/e2e/previews/help.sh"_s,
-                         u"../tests/e2e/previews/lesson.sh"_s};
+    QStringList expected{u"art/sizes.txt"_s, u"../desktop/previews/camera.sh"_s,
+                         u"../desktop/previews/help.sh"_s, u"../desktop/previews/lesson.sh"_s};
     const QStringList drawings = QDir(inFolder(u"art"_s)).entryList({u"*.svg"_s}, QDir::Files);
     for (const QString &drawing : drawings)
         expected << u"art/"_s + drawing;

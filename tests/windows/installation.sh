@@ -1,12 +1,11 @@
+# Sourced by it: the files and the registry of an installation.
 # shellcheck shell=bash
 # shellcheck disable=SC2154 # what tests/windows/package sets
-# Sourced by it: the files and the registry of an installation.
 
-passed=0
-# passes <what>: counts a check that came to its end.
-passes() {
-    echo "  $1"
-    passed=$((passed + 1))
+# close_program: when it was not this script that started it.
+close_program() {
+    keys alt+F4
+    eventually "the program does not end" is_gone "$home_title"
 }
 
 not() { ! "$@"; }

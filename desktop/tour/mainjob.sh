@@ -1,13 +1,8 @@
-# shellcheck shell=bash
-# shellcheck disable=SC2154 # what scripts/tour sets
 # The main job: from a new board to the same board opened again.
+# shellcheck shell=bash
+# shellcheck disable=SC2154 # desktop/verbs.sh and scripts/tour
 
-# Where things are, in pixels of their window. What is drawn and checked afterwards stands at
-# multiples of four, which are whole pixels of the screen at every usual scale.
-new_board=(360 145) open_board=(530 145)
-cursor=(27 210) note=(27 250) pen=(27 290) line=(27 330) image=(27 370) eraser=(27 410)
-undo=(27 450) redo=(27 490) save=(1167 27) close=(27 672)
-
+board_file="$boards/Mi clase.vtrz"
 photo=$scratch/foto.jpg
 convert -seed 11 -size 320x240 plasma:skyblue-seagreen -blur 0x1 "$photo"
 
@@ -17,39 +12,33 @@ picture() { jq -r '.items[] | select(.type == "image") | .imageData' "$1" | base
 echo "A new board"
 start
 shot inicio
-click "${new_board[@]}"
-on "$board_title"
-eventually "the home window is still there" is_gone "$home_title"
+create_board
 shot pizarra-vacia
 
 echo "A stroke, erased, and back again"
-stroke=(150 90 320 180)
-click "${pen[@]}"
-expect_title "Orvane Plumara - Modo Lápiz"
-drag 172 200 212 120 260 232 312 112 360 232 412 120 452 200
-expect_title "$board_title"
-has_ink "${stroke[@]}" || fail "the stroke is not to be seen"
+draw_stroke
+eventually "the stroke is not to be seen" has_ink "${stroke_area[@]}"
 shot trazo
-click "${eraser[@]}"
-expect_title "Orvane Plumara - Modo Borrador"
+click "${eraser_tool[@]}"
+expect_title "$eraser_title"
 drag 140 80 300 160 480 260
-eventually "the stroke was not erased" has_no_ink "${stroke[@]}"
+eventually "the stroke was not erased" has_no_ink "${stroke_area[@]}"
 shot borrado
-click "${undo[@]}"
-eventually "undo did not bring the stroke back" has_ink "${stroke[@]}"
+click "${undo_button[@]}"
+eventually "undo did not bring the stroke back" has_ink "${stroke_area[@]}"
 shot deshacer
-click "${redo[@]}"
-eventually "redo did not erase the stroke again" has_no_ink "${stroke[@]}"
+click "${redo_button[@]}"
+eventually "redo did not erase the stroke again" has_no_ink "${stroke_area[@]}"
 shot rehacer
-click "${undo[@]}"
-eventually "undo did not bring the stroke back" has_ink "${stroke[@]}"
+click "${undo_button[@]}"
+eventually "undo did not bring the stroke back" has_ink "${stroke_area[@]}"
 
 echo "Two notes"
-click "${note[@]}"
-expect_title "Orvane Plumara - Modo PostIt de cuadro de texto"
+click "${note_tool[@]}"
+expect_title "$note_title"
 click 100 330
 click 450 330
-click "${cursor[@]}"
+click "${cursor_tool[@]}"
 expect_title "$board_title"
 click 180 352
 keys ctrl+a
@@ -63,8 +52,8 @@ keys Down Down Down Down Return # Celeste
 shot notas
 
 echo "An arrow"
-click "${line[@]}"
-expect_title "Orvane Plumara - Modo Linea"
+click "${line_tool[@]}"
+expect_title "$line_title"
 drag 560 120 640 160 760 252
 expect_title "$board_title"
 click 660 185 3
@@ -75,24 +64,15 @@ keys Up Return # Grueso
 shot flecha
 
 echo "A photograph"
-click "${image[@]}"
-on "Seleccionar imagen"
-shot seleccionar-imagen
-write "$(named "$photo")"
-keys Return
+click "${image_tool[@]}"
+choose_file "$image_title" "$photo" seleccionar-imagen
 on "$board_title"
 shot imagen
 drag 1116 540 1080 540 1036 540
 shot imagen-ajustada
 
 echo "Saving"
-click "${save[@]}"
-on "Guardar proyecto como"
-write "$(named "${board_file%.vtrz}")"
-shot guardar
-keys Return
-eventually "no board was saved" test -s "$board_file"
-on "$board_title"
+save_board "${board_file%.vtrz}" guardar
 shot guardada
 
 expect_json "$board_file" 'keys == ["items"] and (.items | length) == 5'
@@ -109,28 +89,14 @@ picture "$board_file" "$scratch/image.png"
 
 echo "Closing"
 saved=$(sha256sum "$board_file")
-click "${close[@]}"
-on "Guardar cambios"
-shot guardar-cambios
-keys Tab space # No
-on "$home_title"
-eventually "the board window is still there" is_gone "$board_title"
+close_board guardar-cambios
 sha256sum --status --check <<<"$saved" || fail "closing changed the saved board"
 
 echo "Opening it again"
-click "${open_board[@]}"
-on "Abrir proyecto"
-write "$(named "$board_file")"
-shot abrir
-keys Return
-on "$board_title"
-has_ink "${stroke[@]}" || fail "the opened board lacks the stroke"
+open_board "$board_file" abrir
+eventually "the opened board lacks the stroke" has_ink "${stroke_area[@]}"
 shot abierta
-click "${save[@]}"
-on "Guardar proyecto como"
-write "$(named "$scratch/copia")"
-keys Return
-eventually "no copy was saved" test -s "$scratch/copia.vtrz"
+save_board "$scratch/copia"
 # Same board; the bytes of a picture may differ between two encodings of the same pixels.
 content() { jq -S '.items |= (map(del(.imageData)) | sort)' "$1"; }
 diff <(content "$scratch/copia.vtrz") <(content "$board_file") \

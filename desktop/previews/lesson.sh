@@ -1,6 +1,6 @@
-# shellcheck shell=bash
-# shellcheck disable=SC2154 # what scripts/previews sets
 # The boards of a lesson on the water cycle: what stands on them before the pointer comes.
+# shellcheck shell=bash
+# shellcheck disable=SC2154 # desktop/verbs.sh and scripts/previews
 
 # The colours of notes, as a board file writes them.
 declare -A colors=([yellow]=0 [blue]=1 [red]=2 [pink]=3 [orange]=4 [grey]=5)
@@ -87,7 +87,7 @@ declare -A drawings=(
 
 # The board's elements, the lowest first. A kind lies below the next: images, notes, strokes, arrows.
 items=$scratch/items
-new_board() { : >"$items"; }
+empty_board() { : >"$items"; }
 
 # note <x> <y> <colour> <text>
 note() {
@@ -120,6 +120,11 @@ photograph() {
 }
 # keep_board <name>: the board as a file among the recent ones.
 keep_board() { jq -s '{items: .}' "$items" >"$boards/$1.vtrz"; }
+# open_prepared <name>: keeps the board and opens it. The file dialog begins where the boards are.
+open_prepared() {
+    keep_board "$1"
+    open_board "$1.vtrz"
+}
 
 # mountains <seed> <height> <foot> <roughness>: the outline of a range of hills, as points of a
 # polygon across the picture.

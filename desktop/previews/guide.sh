@@ -1,18 +1,18 @@
-# shellcheck shell=bash
-# shellcheck disable=SC2154 # what scripts/previews sets
 # The windows, whole: the home window with its boards and its help, a board, and its presentation.
+# shellcheck shell=bash
+# shellcheck disable=SC2154,SC2034 # desktop/verbs.sh and scripts/previews
 
-window_area=(0 0 1200 700) screen_area=(0 0 1920 1080)
+window_area=(0 0 "${window_size[@]}") screen_area=(0 0 "${screen_size[@]}")
 
 # The list shows where the boards are.
 export HOME=/tmp/Ana
 mkdir "$HOME"
-trap 'kill "${pid:-}" 2>/dev/null || true; rm -rf "$scratch" "$HOME"' EXIT
+temporary+=("$HOME")
 boards=$HOME/Documents/OrvanePlumara
 mkdir -p "$boards"
 
 echo "A lesson"
-new_board
+empty_board
 photograph 80 440 330
 note 80 70 yellow "El ciclo del agua
 
@@ -92,12 +92,11 @@ take inicio "${window_area[@]}"
 click "${help_page[@]}"
 take ayuda "${window_area[@]}"
 click "${boards_page[@]}"
-click "${first_row[@]}"
-on "$board_title"
+open_row "${first_row[@]}"
 take pizarra "${window_area[@]}"
-show_on_full_screen
+present
 take presentacion "${screen_area[@]}"
-finish
+end
 
 # The pages on which they stand are white as well.
 for name in inicio ayuda pizarra presentacion; do
