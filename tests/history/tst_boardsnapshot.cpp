@@ -1,9 +1,11 @@
+// What a snapshot of a board holds, and the items that it restores.
+
 #include "history/boardsnapshot.h"
 
 #include "items/arrowlineitem.h"
 #include "items/freedrawitem.h"
 #include "items/stickynoteitem.h"
-#include "tests/support/imageoncanvas.h"
+#include "tests/support/items/imageoncanvas.h"
 #include "tests/support/main/registeredtest.h"
 
 #include <QGraphicsScene>
