@@ -111,6 +111,23 @@ void openBoard(benchmark::State &state)
     }
 }
 
+void addItems(benchmark::State &state)
+{
+    while (state.KeepRunning()) {
+        QGraphicsScene scene(0, 0, 1920, 1080);
+        addStrokes(scene, strokeCount, pointCount);
+    }
+}
+
+void restoreBoard(benchmark::State &state)
+{
+    const BoardSnapshot snapshot = takeSnapshot(board());
+    while (state.KeepRunning()) {
+        QGraphicsScene scene(0, 0, 1920, 1080);
+        restoreSnapshot(scene, snapshot);
+    }
+}
+
 /// What the pen does in one stroke: every move makes the path longer by a point.
 template <int points> void drawStroke(benchmark::State &state)
 {
@@ -164,6 +181,8 @@ int main(int argc, char *argv[])
         {"save", saveBoard},
         {"parse JSON", parseJson},
         {"open", openBoard},
+        {"add items", addItems},
+        {"restore", restoreBoard},
         {"draw", drawStroke<longStroke>},
         {"draw twice as long", drawStroke<2 * longStroke>},
     };
@@ -182,6 +201,8 @@ int main(int argc, char *argv[])
                         "compare point by point");
     reporter.printRatio("saving a board / writing its JSON", "save", "write JSON");
     reporter.printRatio("opening a board / parsing its JSON", "open", "parse JSON");
+    reporter.printRatio("restoring a snapshot / making and adding its items", "restore",
+                        "add items");
     std::printf("\nA single stroke of %d points:\n", longStroke);
     reporter.printRatio("drawing one twice as long / drawing it", "draw twice as long", "draw");
 }

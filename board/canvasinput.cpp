@@ -40,11 +40,31 @@ constexpr ModeAppearance appearances[] = {
      &Ui::BoardWindow::ModoBorrador},
 };
 
-/// The eraser takes every board item, and a bare picture of the toolkit.
+// Whether the eraser takes an item away, said for each kind.
+constexpr bool eraserTakes(const FreeDrawItem &)
+{
+    return true;
+}
+constexpr bool eraserTakes(const StickyNoteItem &)
+{
+    return true;
+}
+constexpr bool eraserTakes(const ArrowLineItem &)
+{
+    return true;
+}
+constexpr bool eraserTakes(const ResizablePixmapItem &)
+{
+    return true;
+}
+
 bool isErasable(const QGraphicsItem *item)
 {
-    return visitBoardItem(item, [](const auto & /*boardItem*/) { })
-        || dynamic_cast<const QGraphicsPixmapItem *>(item);
+    bool erasable = false;
+    const bool known = visitBoardItem(
+        item, [&erasable](const auto &boardItem) { erasable = eraserTakes(boardItem); });
+    // Of other items only bare pictures of the toolkit.
+    return known ? erasable : dynamic_cast<const QGraphicsPixmapItem *>(item) != nullptr;
 }
 
 } // namespace

@@ -15,9 +15,9 @@ template <typename... Items> struct ItemClasses
 
 /// The classes of the items that a board holds, one a kind.
 ///
-/// Code that treats the kinds differently has a template with one specialisation for each of these
-/// classes, not a chain of casts; so the compiler leads whoever adds a class here to every place that
-/// has no answer for it yet. What holds for all kinds alike, a generic visitor says once.
+/// Code that treats the kinds differently has one specialisation of a template, or one overload of a
+/// function, for each of these classes, and no chain of casts; so the compiler leads whoever adds a
+/// class here to every place that has no answer for it yet.
 using BoardItems = ItemClasses<FreeDrawItem, StickyNoteItem, ArrowLineItem, ResizablePixmapItem>;
 
 namespace BoardItemsPrivate {
