@@ -23,8 +23,8 @@ namespace {
 const QString confirmTitle = u"Confirmar eliminación"_s;
 const QString noRootFolder = u"No hubo datos por eliminar, la carpeta raíz no existe."_s;
 
-/// Whether something has that name, be it a link that leads nowhere.
-bool stands(const QString &path)
+/// Whether there is something of that name, be it a link that leads nowhere.
+bool exists(const QString &path)
 {
     return QFileInfo::exists(path) || QFileInfo(path).isSymLink();
 }
@@ -90,7 +90,7 @@ void TestDataFolder::anExistingFolderIsLeftAlone()
     QCOMPARE(boxes[0].icon, QMessageBox::Information);
     QCOMPARE(boxes[0].buttons, QStringList({u"OK"_s}));
     QCOMPARE(boxes[0].parent, &home->window);
-    QVERIFY(stands(inFolder(u"board.vtrz"_s)));
+    QVERIFY(exists(inFolder(u"board.vtrz"_s)));
     QCOMPARE(rebuilt.size(), 0);
 }
 
@@ -168,7 +168,7 @@ void TestDataFolder::withoutConsentNothingIsDeleted()
     QCOMPARE(boxesOf(u"DeleteAll"_s, {answer}).size(), 1);
     QCoreApplication::processEvents();
     QVERIFY(!watch.seen);
-    QVERIFY(stands(inFolder(u"board.vtrz"_s)));
+    QVERIFY(exists(inFolder(u"board.vtrz"_s)));
     QVERIFY(home->window.isVisible());
 }
 
@@ -217,7 +217,7 @@ void TestDataFolder::theBarShowsTenStepsAndThenTheFolderGoes()
         QVERIFY2(watch.steps[i].time > due - 150,
                  qPrintable(u"%1 ms instead of %2"_s.arg(watch.steps[i].time).arg(due)));
     }
-    QVERIFY(!stands(home->dataPath()));
+    QVERIFY(!exists(home->dataPath()));
     QTRY_VERIFY(!watch.dialog);
     QTRY_VERIFY(!home->window.isVisible());
 }
@@ -248,8 +248,8 @@ void TestDataFolder::everythingInTheFolderGoes()
     QFile::setPermissions(inFolder(u"a/protected.txt"_s), QFile::ReadOwner);
     writeFile(home->path(u"Documents/neighbour.txt"_s));
     boxesOf(u"DeleteAll"_s, {u"Aceptar"_s});
-    QVERIFY(!stands(home->dataPath()));
-    QVERIFY(stands(home->path(u"Documents/neighbour.txt"_s)));
+    QVERIFY(!exists(home->dataPath()));
+    QVERIFY(exists(home->path(u"Documents/neighbour.txt"_s)));
 }
 
 void TestDataFolder::linksInTheFolderGoButNotWhatTheyLeadTo()
@@ -261,8 +261,8 @@ void TestDataFolder::linksInTheFolderGoButNotWhatTheyLeadTo()
     QVERIFY(QFile::link(home->path(u"nowhere"_s), inFolder(u"to nothing.lnk"_s)));
     QVERIFY(QFile::link(home->dataPath(), inFolder(u"to itself.lnk"_s)));
     boxesOf(u"DeleteAll"_s, {u"Aceptar"_s});
-    QVERIFY(!stands(home->dataPath()));
-    QVERIFY(stands(home->path(u"outside/kept.txt"_s)));
+    QVERIFY(!exists(home->dataPath()));
+    QVERIFY(exists(home->path(u"outside/kept.txt"_s)));
 }
 
 // On Windows a shortcut in the folder's place is no folder, and wine cannot make a junction.
@@ -274,8 +274,8 @@ void TestDataFolder::aLinkInTheFoldersPlaceGoesButNotWhatItLeadsTo()
     writeFile(home->path(u"outside/kept.txt"_s));
     QVERIFY(QFile::link(home->path(u"outside"_s), home->dataPath()));
     QCOMPARE(boxesOf(u"DeleteAll"_s, {u"Aceptar"_s}).size(), 1);
-    QVERIFY(!stands(home->dataPath()));
-    QVERIFY(stands(home->path(u"outside/kept.txt"_s)));
+    QVERIFY(!exists(home->dataPath()));
+    QVERIFY(exists(home->path(u"outside/kept.txt"_s)));
 }
 #endif
 
@@ -316,7 +316,7 @@ void TestDataFolder::aFolderThatCannotBeDeletedIsReportedAndTheProgramGoesOn()
     QVERIFY(!returnedTooSoon);
     QVERIFY(returned); // closing the window ended that loop, too
     QCOMPARE(shownPage, u"help"_s);
-    QVERIFY(stands(inFolder(u"board.vtrz"_s)));
+    QVERIFY(exists(inFolder(u"board.vtrz"_s)));
 }
 
 void TestDataFolder::afterAFailureItCanBeTriedAgain()
@@ -349,7 +349,7 @@ void TestDataFolder::afterAFailureItCanBeTriedAgain()
     QCOMPARE(sequence.boxes().size(), 3);
     QCOMPARE(returned, 2);
     QCOMPARE(watch->steps.size(), 10);
-    QVERIFY(!stands(home->dataPath()));
+    QVERIFY(!exists(home->dataPath()));
 }
 
 void TestDataFolder::aFolderThatVanishesMeanwhileIsDeleted()
@@ -397,7 +397,7 @@ void TestDataFolder::quittingMeanwhileDeletesNothing()
     QVERIFY(returned);
     QTest::qWait(100); // longer than several hurried steps; time itself is what is tested
     QCOMPARE(watch.steps.size(), 3);
-    QVERIFY(stands(inFolder(u"board.vtrz"_s)));
+    QVERIFY(exists(inFolder(u"board.vtrz"_s)));
 }
 
 void TestDataFolder::theWindowMayGoWhileTheSlotStillRuns()
@@ -412,7 +412,7 @@ void TestDataFolder::theWindowMayGoWhileTheSlotStillRuns()
     });
     window->deleteAll();
     QVERIFY(!guard);
-    QVERIFY(stands(home->dataPath()));
+    QVERIFY(exists(home->dataPath()));
 }
 
 PLUMARA_TEST(TestDataFolder)
