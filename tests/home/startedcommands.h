@@ -10,8 +10,8 @@
 #include <utility>
 
 /// Keeps the command lines that the program wants Windows to start, and starts none of them, for as
-/// long as it lives. The program gets the answer that they have been started. There is one such object at a
-/// time.
+/// long as it lives. The program gets the answer that they have been started. There is one such
+/// object at a time.
 class StartedCommands
 {
 public:
