@@ -1,14 +1,14 @@
+// Entering the presentation of a board on the full screen.
+
 #include "items/freedrawitem.h"
+#include "tests/board/presentation.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/presentation.h"
 
 #include <QAbstractItemView>
 #include <QElapsedTimer>
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
-
-// Entering the presentation of a board on the full screen.
 
 class TestPresentation : public QObject
 {

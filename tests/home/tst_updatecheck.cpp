@@ -1,6 +1,8 @@
+// The request for the newest version, against an HTTPS server that gives all kinds of answers.
+
 #include "home/updatecheck.h"
-#include "tests/home/homewindow.h"
-#include "tests/home/updateserver.h"
+#include "tests/support/home/homewindow.h"
+#include "tests/support/home/updateserver.h"
 #include "tests/support/main/registeredtest.h"
 
 #include <QElapsedTimer>
@@ -302,7 +304,8 @@ void TestUpdateCheck::aServerThatNeverAnswersHoldsNothingUp()
     QTimer::singleShot(0, &home->window, &QWidget::close);
     QCOMPARE(QApplication::exec(), 0);
     home.reset();
-    QVERIFY2(timer.elapsed() < 1000, qPrintable(u"%1 ms"_s.arg(timer.elapsed())));
+    // Long before the patience with the server is over.
+    QVERIFY2(timer.elapsed() < 10'000, qPrintable(u"%1 ms"_s.arg(timer.elapsed())));
 }
 
 void TestUpdateCheck::aServerThatNeverAnswersIsGivenUp()

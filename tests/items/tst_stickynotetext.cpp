@@ -1,7 +1,9 @@
+// The text of a note and its limit of 300 characters.
+
 #include "items/stickynoteitem.h"
 
+#include "tests/support/items/noteoncanvas.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/noteoncanvas.h"
 
 #include <QClipboard>
 #include <QFont>
@@ -157,7 +159,7 @@ void TestStickyNoteText::cuttingIsNoEditOfItsOwn()
     on.canvas.type(u"X"_s);
     QCOMPARE(on.note->getText().size(), 300);
     QCOMPARE(edited.count(), 1);
-    // The next edit is told again.
+    // The next edit is reported again.
     on.canvas.press(Qt::Key_Backspace);
     QCOMPARE(on.note->getText().size(), 299);
     QCOMPARE(edited.count(), 2);
