@@ -111,29 +111,41 @@ eventually() {
     done
 }
 
-# activity: how often each thread of the program, of the screen and of the window manager has run, and
-# whether it runs. When it stays the same, all of them slept.
+# processes: the numbers of those that take part in what an input does: the program, the screen and
+# the window manager. In wine the program is all that there is of its Windows.
+processes() {
+    echo "${PLUMARA_DISPLAY_PROCESSES:-}"
+    if is_for_windows "$program"; then
+        grep -lzx "WINEPREFIX=$WINEPREFIX" /proc/[0-9]*/environ 2>/dev/null             | sed -n "s,/proc/\([0-9]*\)/.*,,; /^$$\$/!p"
+    else
+        echo "${pid:-}"
+    fi
+}
+# activity <process>...: how often each of their threads has run, and whether it runs. When it stays
+# the same, all of them slept. wine's server has something to do all the time and only must not run.
 activity() {
-    local process files=()
-    for process in ${pid:-} ${PLUMARA_DISPLAY_PROCESSES:-}; do
-        files+=("/proc/$process/task/"*/status)
+    local process files=() name
+    for process in "$@"; do
+        read -r name 2>/dev/null <"/proc/$process/comm" || continue
+        if [[ $name == wineserver* ]]; then
+            grep -h ^State "/proc/$process/status" 2>/dev/null || true
+        else
+            files+=("/proc/$process/task/"*/status)
+        fi
     done
     grep -h -e ^State -e ctxt_switches "${files[@]}" 2>/dev/null || true
 }
 # wait_idle: until the program has done all that it was asked to, so that what comes next meets it at
 # rest. What moves by itself, like a progress bar, is not waited for longer than a second.
 wait_idle() {
-    # In wine a program is many processes, some of which never rest.
-    if is_for_windows "$program"; then
-        sleep 0.3
-        return
-    fi
-    local before after i
-    after=$(activity)
+    local before after i watched
+    read -ra watched < <(processes | tr '
+' ' ') || true
+    after=$(activity "${watched[@]}")
     for ((i = 0; i < 30; ++i)); do
         before=$after
         sleep 0.03
-        after=$(activity)
+        after=$(activity "${watched[@]}")
         [[ $after != "$before" || $after == *$'State:\t'[RD]* ]] || return 0
     done
 }
@@ -145,10 +157,13 @@ find_window() { xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | tail -
 is_shown() { [[ -n $(find_window "$1") ]]; }
 is_gone() { ! is_shown "$1"; }
 
+find_and_keep() {
+    window=$(find_window "$1")
+    [[ -n $window ]]
+}
 # on <title>: waits for the window; everything that follows happens in it.
 on() {
-    eventually "no window '$1'" is_shown "$1"
-    window=$(find_window "$1")
+    eventually "no window '$1'" find_and_keep "$1"
     xdotool windowactivate --sync "$window" 2>/dev/null || true
     wait_idle
 }
@@ -215,11 +230,35 @@ point_at_entry() {
 # The keys
 
 # keys <key>...
-keys() { input key "$@"; }
+keys() {
+    local key
+    for key in "$@"; do
+        input key "$key"
+    done
+}
 # write <text>
 write() {
-    xdotool type --delay 12 "$1"
-    wait_idle
+    if is_for_windows "$program"; then
+        write_in_wine "$1"
+    else
+        xdotool type --delay 12 "$1"
+        wait_idle
+    fi
+}
+# wine asks which keys are down later than a letter is typed, so each is typed for itself, and the key
+# that makes a letter Spanish is down before.
+write_in_wine() {
+    local i letter
+    for ((i = 0; i < ${#1}; ++i)); do
+        letter=${1:i:1}
+        if [[ $letter == [[:ascii:]] ]]; then
+            xdotool type "$letter"
+        else
+            input keydown ISO_Level3_Shift
+            xdotool type --delay 100 "$letter"
+        fi
+        wait_idle
+    done
 }
 # typed <path>: the path as a person types it; on Windows from the home folder on, where the dialogs
 # start.
