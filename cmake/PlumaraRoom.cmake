@@ -23,7 +23,7 @@ else()
     endif()
     target_compile_options(plumara_settings INTERFACE
         -Wall -Wextra -Wpedantic -Wshadow ${conversion})
-    # A switch over tools or kinds answers for every one, also where warnings are no errors.
+    # A switch over an enumeration handles every value, also where warnings are no errors.
     target_compile_options(plumara_settings INTERFACE -Werror=switch)
     if(PLUMARA_WERROR)
         target_compile_options(plumara_settings INTERFACE -Werror)
@@ -36,8 +36,8 @@ if(PLUMARA_SANITIZE)
     target_link_options(plumara_settings INTERFACE ${_sanitize})
 endif()
 
-# What most of the rooms include, compiled once; a file includes all the same what it uses. An object
-# library holds it, and for one of its own it needs a source.
+# What several rooms include, compiled once. A file includes what it uses all the same; the lint
+# compiles without this. REUSE_FROM needs a target that compiles something, hence the empty source.
 file(CONFIGURE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/precompiled.cpp
     CONTENT "// Nothing but the precompiled headers.\n")
 add_library(plumara_precompiled OBJECT ${CMAKE_CURRENT_BINARY_DIR}/precompiled.cpp)

@@ -348,7 +348,7 @@ void TestSaveFailures::aWriteThatStopsHalfwayCountsAsSaved()
     board.window.setUnsaved(true);
     const BoxAnswer warning({});
 
-    // Some bytes are enough for a success; this is wanted.
+    // Some bytes are enough for a success.
     {
         const FileSizeLimit limit(room);
         board.window.saveBoard();

@@ -35,6 +35,7 @@ private slots:
     void aChangedLoadedItemMarksTheBoard();
     void aChangedItemOfTheCanvasMarksNothing_data();
     void aChangedItemOfTheCanvasMarksNothing();
+    void drawingOnAnOpenedBoardMarksNothing();
     void aCancelledSaveLeavesANewBoardUnsaved();
 };
 
@@ -169,12 +170,30 @@ void TestUnsavedMarker::aChangedItemOfTheCanvasMarksNothing()
     // Whatever marked the board until now.
     board.window.setUnsaved(false);
 
-    // Only the items of an opened file report their changes to the board; this is wanted.
+    // Only the items of an opened file report their changes to the board.
     auto *const item = dynamic_cast<QObject *>(board.scene.items(Qt::AscendingOrder).constFirst());
     QVERIFY(QMetaObject::invokeMethod(item, "itemModified"));
     board.processEvents();
 
     board.window.updateTitleLabel();
+    QCOMPARE(board.name(), u"plan.vtrz"_s);
+}
+
+void TestUnsavedMarker::drawingOnAnOpenedBoardMarksNothing()
+{
+    const ScratchHome home;
+    ShownBoard board;
+    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s)));
+
+    board.click("ModoLapiz");
+    board.pointer.drag({{500, 300}, {550, 350}, {600, 300}});
+    board.click("ModoLinea");
+    board.pointer.drag({{500, 500}, {600, 550}});
+    board.click("ModoPostIt");
+    board.pointer.click({900, 200});
+    board.processEvents();
+
+    QCOMPARE(board.count(), 3);
     QCOMPARE(board.name(), u"plan.vtrz"_s);
 }
 

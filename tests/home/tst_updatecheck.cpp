@@ -9,6 +9,7 @@
 #include <QGraphicsOpacityEffect>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLabel>
 #include <QScopedValueRollback>
 
 #include <chrono>
@@ -144,6 +145,9 @@ void TestUpdateCheck::aNewerVersionShowsTheAdvisor()
     server->answer("200 OK", body);
     const HomeWindow home;
     QTRY_VERIFY(advisorShown(home));
+    // Whatever version the server names.
+    QCOMPARE(home.child<QLabel>(u"UpdateTitle"_s)->text(),
+             u"Aviso de actualización disponible - V1.1.2026"_s);
 }
 
 void TestUpdateCheck::anyOtherAnswerIsPassedOverInSilence_data()

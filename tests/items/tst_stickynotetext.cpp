@@ -30,6 +30,7 @@ private slots:
     void threeHundredCharactersAreNotCut();
     void pastingBeyondTheLimitCutsAtTheEnd();
     void typingBeyondTheLimitCutsAtTheEnd();
+    void theCutMayHalveAnEmoji();
     void cuttingIsNoEditOfItsOwn();
     void typingOnTheTextAloneIsNotLimited();
     void aNoteWithoutItsTextItemHasNoText();
@@ -144,6 +145,17 @@ void TestStickyNoteText::typingBeyondTheLimitCutsAtTheEnd()
     // is no room for "Z".
     QCOMPARE(on.note->getText(), u"XY"_s + letters(298));
     QCOMPARE(textOf(*on.note)->textCursor().position(), 300);
+}
+
+void TestStickyNoteText::theCutMayHalveAnEmoji()
+{
+    NoteOnCanvas on;
+    QVERIFY(on.canvas.show());
+    on.canvas.pointer.click(on.onPaper());
+
+    on.note->setText(letters(299) + u"😀"_s);
+
+    QCOMPARE(on.note->getText(), letters(299) + QChar(QChar::highSurrogate(0x1F600)));
 }
 
 void TestStickyNoteText::cuttingIsNoEditOfItsOwn()
