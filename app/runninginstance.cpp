@@ -1,4 +1,4 @@
-// Asks for the attention of the person in the place of a second instance.
+// What a second instance does before it ends: it asks its own active window, and it has none.
 #include "app/runninginstance.h"
 
 #include "app/xr9a1.h"
@@ -14,6 +14,8 @@ void notifyRunningInstance()
         return;
     if (auto *const window = QApplication::activeWindow()) {
         QMetaObject::invokeMethod(window, "restoreWindow", Qt::QueuedConnection);
+        // Quirk: the home window cannot be asked by name to flash, because flashTaskbarIcon() is no
+        // slot of it; the call stands for windows that have one.
         QMetaObject::invokeMethod(window, "flashTaskbarIcon", Qt::QueuedConnection);
     }
     segment.detach();

@@ -30,8 +30,8 @@ Xr9A1::Xr9A1(QObject *parent)
 {
     if (memory.create(segmentSize, QSharedMemory::ReadWrite))
         return;
-    // Only after a failed create(), which makes the key file: the system's key is the number of that
-    // file. A new file can have the number of a deleted one, and a left-over segment with it.
+    // Only after a failed create(), which makes the key file: the system's key is the number of
+    // that file. A new file can have the number of a deleted one, and a left-over segment with it.
     clearStaleSegment();
     memory.create(segmentSize, QSharedMemory::ReadWrite);
 }

@@ -1,7 +1,7 @@
-// How the work that grows with the board compares, in the same run, with the part of it that
-// cannot be avoided. What counts are the ratios at the end; the times before them depend on the
-// machine.
-
+// Compares the work that grows with the board with the part of it that cannot be avoided.
+//
+// Both are measured in the same run. What counts are the ratios at the end; the times before them
+// depend on the machine.
 #include "bench/largeboard.h"
 #include "history/boardsnapshot.h"
 #include "items/freedrawitem.h"

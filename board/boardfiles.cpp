@@ -13,6 +13,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+// Quirk: a change of a drawn or a restored item does not mark the board unsaved, because only the
+// items of an opened file are connected here; undo and redo mark the board themselves.
+
 /// Marks the board in \a window unsaved when \a item tells that it was modified.
 void watch(QGraphicsItem *item, BoardWindow *window)
 {
@@ -34,8 +37,8 @@ void BoardWindow::saveBoardAs()
                                                 u"Orvane Plumara (*.vtrz)"_s);
     if (path.isEmpty())
         return;
-    // Quirk: "plan.VTRZ" is saved as "plan.VTRZ.vtrz", because only the extension in small letters
-    // is the program's own, and on most systems only that one is listed.
+    // Quirk: "plan.VTRZ" is saved as "plan.VTRZ.vtrz", because the extension is compared exactly,
+    // so that every board that the program names ends in the same letters.
     // Quirk: a completed name replaces a file of that name without a question, because the dialog
     // asks only about the name as it was typed.
     const QString extension = u".vtrz"_s;
@@ -86,9 +89,11 @@ void BoardWindow::loadBoard(const QString &path)
         break;
     }
 
+    // Quirk: opening a board keeps the tool that was chosen, because the tool belongs to the hand
+    // and not to the board.
     // Only now that the document is accepted does the present board go.
-    // Quirk: undoing after an opening brings the board before it back, because opening keeps the
-    // undo history; it keeps the tool, too.
+    // Quirk: undoing after an opening brings the board before it back under the name of the opened
+    // file, because opening keeps the undo history; a board opened by mistake costs nothing so.
     scene->clear();
     // Quirk: among items of one kind, the topmost of a saved board is the lowest of the opened one,
     // because a file lists the topmost first and each item goes on top of those before it.

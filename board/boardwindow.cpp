@@ -2,14 +2,13 @@
 #include "board/boardwindow.h"
 
 #include "board/boardgeometry.h"
-#include "items/arrowlineitem.h"
-#include "items/freedrawitem.h"
 #include "look/windowlook.h"
 
 #include "ui_boardwindow.h"
 
 #include <QDateTime>
 #include <QMessageBox>
+#include <QPainter>
 #include <QPropertyAnimation>
 #include <QTimer>
 #include <QWindow>
@@ -57,6 +56,8 @@ void BoardWindow::buildScene()
 void BoardWindow::buildWindow()
 {
     applyWindowLook(*this);
+    // Quirk: the board window offers to be maximised, which its fixed size refuses, and has no
+    // button to close, because its flags are named one by one; a board is closed by its own button.
     setWindowFlags(Qt::Window | Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint);
     // From here on the whole application formats dates and numbers as in Mexico.
     QLocale::setDefault(locale);
@@ -70,6 +71,8 @@ void BoardWindow::showEvent(QShowEvent *event)
     // to another has no button in the task bar and goes with it when that one is minimised. And the
     // toolkit does not end the program with a window that belongs to another: closed by the window
     // manager, the board would leave an invisible program that keeps the next one from starting.
+    // Quirk: closing the board through the window manager asks nothing and ends the program,
+    // because only the button of the board runs the flow that asks.
     windowHandle()->setTransientParent(nullptr);
     QMainWindow::showEvent(event);
 }
@@ -106,6 +109,8 @@ void BoardWindow::connectSignals()
         {ui->ModoBorrador, &BoardWindow::setEraseMode},
         {ui->ModoDeshacer, &BoardWindow::undoMode},
         {ui->ModoRehacer, &BoardWindow::redoMode},
+        // Quirk: the button for saving asks for a name every time, because it always saves as; a
+        // board is saved to its own file on the way out.
         {ui->GuardarComo, &BoardWindow::saveBoardAs},
         {ui->CloseBoardBtn, &BoardWindow::closeBoard},
     };
@@ -113,6 +118,8 @@ void BoardWindow::connectSignals()
         connect(click.button, &QPushButton::clicked, this, click.slot);
 
     connect(scene, &QGraphicsScene::sceneRectChanged, this, &BoardWindow::captureSnapshot);
+    // Quirk: a drag of an item may fill several steps of undoing, because each change that the
+    // scene tells of is recorded, also in the middle of a drag.
     connect(scene, &QGraphicsScene::changed, this, &BoardWindow::captureSnapshot);
     connect(scene, &QGraphicsScene::changed, this, &BoardWindow::repaintArrowHeads);
     // Quirk: selecting an item marks the board unsaved, because whoever takes hold of an item is

@@ -115,7 +115,7 @@ private:
 
     // canvaspainting.cpp
     /// Has the view paint more than the \a changed regions: the heads of arrows reach outside their
-    /// items' bounding rectangles, and what is left of a moved or deleted one would stay to be seen.
+    /// items' bounding rectangles, and what is left of a moved or deleted one would stay in sight.
     void repaintArrowHeads(const QList<QRectF> &changed);
 
     // canvasinput.cpp
@@ -162,6 +162,8 @@ private:
     QPointF eraseStart;
     QList<BoardSnapshot> undoStack;
     QList<BoardSnapshot> redoStack;
+    // Quirk: nine steps can be undone where the help page speaks of ten, because the oldest of the
+    // ten snapshots is the baseline.
     int historyLimit = 10;
     // The farthest that an arrow's head reached outside its bounding rectangle at the last change.
     qreal arrowReach = 0;

@@ -9,6 +9,7 @@
 #include <QMouseEvent>
 
 #include <algorithm>
+#include <iterator>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -63,7 +64,8 @@ bool isErasable(const QGraphicsItem *item)
     bool erasable = false;
     const bool known = visitBoardItem(
         item, [&erasable](const auto &boardItem) { erasable = eraserTakes(boardItem); });
-    // Of other items only bare pictures of the toolkit.
+    // Quirk: the eraser takes a bare picture of the toolkit but no bare path or line, because it
+    // asks for the class of pictures and for the program's own strokes and arrows.
     return known ? erasable : dynamic_cast<const QGraphicsPixmapItem *>(item) != nullptr;
 }
 
@@ -74,9 +76,10 @@ void BoardWindow::enterMode(ToolMode mode)
     // Quirk: a tool chosen in the middle of a gesture leaves the stroke or the arrow unfinished,
     // because choosing a tool only chooses it; back in its mode, the pointer goes on with it.
     toolMode = mode;
-    const auto &shown = *std::ranges::find(appearances, mode, &ModeAppearance::mode);
-    setWindowTitle(QString::fromUtf16(shown.title));
-    ui->PizarraMain->setCursor(shown.cursor);
+    const auto *const shown = std::ranges::find(appearances, mode, &ModeAppearance::mode);
+    Q_ASSERT(shown != std::end(appearances));
+    setWindowTitle(QString::fromUtf16(shown->title));
+    ui->PizarraMain->setCursor(shown->cursor);
     // The view gives its viewport a cursor when the pointer leaves an arrow that has one; it would
     // hide the mode's.
     ui->PizarraMain->viewport()->unsetCursor();
@@ -186,6 +189,8 @@ bool BoardWindow::canvasPressed(const QPointF &scenePoint)
         return true;
     }
     case ToolMode::Line:
+        // Quirk: a click of the line tool leaves an arrow of no length, because the arrow is there
+        // from the press on.
         currentLine = new ArrowLineItem(scenePoint, scenePoint);
         scene->addItem(currentLine);
         lineStart = scenePoint;
@@ -237,15 +242,19 @@ bool BoardWindow::canvasReleased(const QPointF &scenePoint)
         currentLine = nullptr;
         releaseCanvas();
     } else if (toolMode == ToolMode::Eraser) {
+        // Quirk: an eraser that is released without a press erases where the last press was,
+        // because that place is kept.
         if (scenePoint == eraseStart)
             erase(scene->items(scenePoint, Qt::IntersectsItemShape, Qt::DescendingOrder));
         releaseCanvas();
     } else {
         return false;
     }
+    // Quirk: drawing on an opened board does not mark it unsaved, because recording a step touches
+    // no mark; closing asks all the same.
+    captureSnapshot();
     // Quirk: pen, line and eraser serve for one gesture while notes stay on, because after a
     // gesture the hand usually goes on to move or edit, and notes come in rows.
-    captureSnapshot();
     setCursorMode();
     return true;
 }

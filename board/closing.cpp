@@ -19,17 +19,19 @@ void BoardWindow::closeBoard()
     box.setWindowTitle(u"Guardar cambios"_s);
     box.setText(u"Hay cambios sin guardar. ¿Deseas guardar antes de salir?"_s);
     box.setIcon(QMessageBox::Question);
-    // Quirk: of the question at closing only the three buttons go through translation, because the
-    // program is Spanish throughout and only these share their words with the toolkit's buttons.
+    // Quirk: of the question at closing only the three buttons go through translation, because its
+    // title and its text are plain texts of a program that is Spanish throughout.
     const auto *const yes = box.addButton(tr("Sí"), QMessageBox::YesRole);
     box.addButton(tr("No"), QMessageBox::NoRole);
     const auto *const cancel = box.addButton(tr("Cancelar"), QMessageBox::RejectRole);
     box.exec();
 
+    // Quirk: an answer that is none of the three counts as "No", because nothing but "Cancelar"
+    // keeps the board open.
     if (box.clickedButton() == cancel)
         return;
     // Quirk: after "Sí" the board closes even when it could not be saved, because whoever answers
-    // the question is leaving; a warning has told of the failure.
+    // is leaving; a failed write has been reported, and cancelling the dialog counts as "No".
     if (box.clickedButton() == yes)
         saveBoard();
     resetBoard();
@@ -45,9 +47,9 @@ void BoardWindow::resetBoard()
     // because the form and this line spell the name differently; both have been seen for long.
     showBoardName(u"Pizarra1.vtrz"_s);
     setUnsaved(false);
+    // Quirk: a board that was just saved is not in the list yet, because the home window is only
+    // shown and makes its list at the start and when a row of it is opened.
     if (homeWindow)
         homeWindow->show();
-    // Quirk: closing the board through the window's frame asks nothing and ends the program,
-    // because only the button of the board runs this flow.
     close();
 }

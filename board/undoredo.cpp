@@ -1,9 +1,7 @@
-// The undo history: at most historyLimit snapshots, the first of which is the baseline that cannot be
-// undone.
+// The undo history: at most historyLimit snapshots, of which the first, the baseline, stays.
 #include "board/boardwindow.h"
 
-// Quirk: nine steps can be undone where the help page speaks of ten, because the oldest of the ten
-// snapshots is the baseline.
+#include <utility>
 
 void BoardWindow::captureSnapshot()
 {
@@ -34,12 +32,10 @@ void BoardWindow::redoMode()
 
 void BoardWindow::showSnapshot(const BoardSnapshot &snapshot)
 {
-    // Quirk: a change of a drawn or a restored item does not mark the board unsaved, because only
-    // items of an opened file are watched; drawing belongs to a board without a file, and undo and
-    // redo mark the board themselves.
     restoreSnapshot(*scene, snapshot);
+    // Quirk: undo and redo mark the board unsaved even when it is again what its file holds,
+    // because a board is not compared with its file.
     setUnsaved(true);
-    // Quirk: undo and redo write the board's name twice, because setUnsaved() has written it
-    // already; nothing of it is seen.
+    // Once more than setUnsaved() has done already; nothing of it is seen.
     updateTitleLabel();
 }

@@ -16,7 +16,6 @@ namespace {
 ///   kind()     its name in ItemState::type
 ///   Value      the type of its ItemState::data
 ///   valueOf()  that value of an item
-///   equal()    whether two values count as the same
 ///   make()     a new item with a value, or null where there is none
 template <typename Item> struct Record;
 
@@ -26,7 +25,6 @@ template <> struct Record<FreeDrawItem>
 
     static QString kind() { return QStringLiteral("FreeDraw"); }
     static Value valueOf(const FreeDrawItem &stroke) { return {stroke.path(), stroke.color()}; }
-    static bool equal(const Value &newer, const Value &top) { return newer == top; }
     static QGraphicsItem *make(const Value &value)
     {
         auto *const stroke = new FreeDrawItem;
@@ -42,7 +40,6 @@ template <> struct Record<StickyNoteItem>
 
     static QString kind() { return QStringLiteral("StickyNote"); }
     static Value valueOf(const StickyNoteItem &note) { return note.noteColor(); }
-    static bool equal(Value newer, Value top) { return newer == top; }
     static QGraphicsItem *make(Value color)
     {
         auto *const note = new StickyNoteItem;
@@ -57,7 +54,6 @@ template <> struct Record<ArrowLineItem>
 
     static QString kind() { return QStringLiteral("ArrowLine"); }
     static Value valueOf(const ArrowLineItem &arrow) { return arrow.line(); }
-    static bool equal(const Value &newer, const Value &top) { return newer == top; }
     static QGraphicsItem *make(const Value &line)
     {
         auto *const arrow = new ArrowLineItem({}, {});
@@ -72,18 +68,24 @@ template <> struct Record<ResizablePixmapItem>
 
     static QString kind() { return QStringLiteral("Pixmap"); }
     static Value valueOf(const ResizablePixmapItem &image) { return image.pixmap(); }
-    static bool equal(const Value &newer, const Value &top)
-    {
-        // Copies of one pixmap share their key: no need to look at the pixels.
-        if (newer.cacheKey() == top.cacheKey())
-            return true;
-        return newer.size() == top.size() && newer.toImage() == top.toImage();
-    }
     static QGraphicsItem *make(const Value &pixmap)
     {
         return pixmap.isNull() ? nullptr : new ResizablePixmapItem(pixmap);
     }
 };
+
+template <typename Value> bool areEqual(const Value &newer, const Value &top)
+{
+    return newer == top;
+}
+
+bool areEqual(const QPixmap &newer, const QPixmap &top)
+{
+    // Copies of one pixmap share their key: no need to look at the pixels.
+    if (newer.cacheKey() == top.cacheKey())
+        return true;
+    return newer.size() == top.size() && newer.toImage() == top.toImage();
+}
 
 std::optional<ItemState> stateOf(const QGraphicsItem *item)
 {
@@ -103,7 +105,7 @@ bool valuesEqual(const QString &kind, const QVariant &newer, const QVariant &top
         using Value = typename Record<Item>::Value;
         if (kind != Record<Item>::kind())
             return false;
-        equal = Record<Item>::equal(newer.value<Value>(), top.value<Value>());
+        equal = areEqual(newer.value<Value>(), top.value<Value>());
         return true;
     });
     return equal;

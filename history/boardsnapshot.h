@@ -16,7 +16,7 @@ class QGraphicsScene;
 /// One board item as the undo history keeps it.
 ///
 /// Only the kind, the position and one value are kept: a stroke's path and colour, a note's colour,
-/// an arrow's line, the picture that an image shows. A restored item has the defaults for everything
+/// an arrow's line, the picture that an image shows. A restored item has the defaults for all
 /// else (a note its placeholder text, a stroke and an arrow their width of 2).
 struct ItemState
 {

@@ -7,6 +7,8 @@
 #include <QPropertyAnimation>
 #include <QSequentialAnimationGroup>
 
+#include <utility>
+
 namespace {
 
 constexpr int coverWidth = 175; // pixels, the width of the cache button

@@ -133,7 +133,7 @@ void MainWindow::deleteAll()
             QTimer::singleShot(closeDelay, this, &MainWindow::close);
             loop.quit();
         }
-        // Quirk: after a failed deletion the program goes on inside this loop until it ends,
+        // Quirk: after a failed deletion the program goes on inside the event loop of the deletion,
         // because only a success leaves it; nothing of it is felt.
     };
     // The loop is the context: the steps need the variables here, and end with them at the latest.

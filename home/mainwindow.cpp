@@ -55,8 +55,8 @@ MainWindow::MainWindow(QWidget *parent)
     , dataPath(QDir::homePath() + "/Documents/OrvanePlumara"_L1)
     , projectDelegate(std::make_unique<ProjectDelegate>())
 {
-    // Quirk: some texts are misspelt ("presición", "Recondtuir", "difernetes", "infrerior"),
-    // because they are the product's own texts, which manuals and people quote.
+    // Quirk: some texts are misspelt, for example "presición", "Recondtuir", "difernetes" and
+    // "infrerior", because they are the product's own texts, which manuals and people quote.
     // Quirk: the boxes on the settings page do nothing and forget their state, because they
     // announce what is to come; the one that speaks of encryption is OnlyViewData.
     ui->setupUi(this);

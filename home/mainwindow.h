@@ -105,9 +105,7 @@ private:
 
     std::unique_ptr<Ui::MainWindow> ui;
     QLocale locale{QLocale::Spanish, QLocale::Mexico};
-    // Quirk: that the program is updating is noted and never asked for, because the program ends
-    // right after it.
-    bool updating = false;
+    bool updating = false; // set by launchUpdater(), read by nothing
     BoardWindow *boardWindow = nullptr; // null until first needed; a child of this window
     QNetworkAccessManager network;
     QString dataPath; // the data folder, absolute

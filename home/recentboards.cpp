@@ -69,14 +69,14 @@ void MainWindow::onProjectDoubleClicked(QListWidgetItem *item)
 
 void MainWindow::startProject()
 {
-    // Quirk: a board that was just saved is not in the list yet, because the list is made at the
-    // start and when one of its rows is opened, not when a board is closed.
     board()->show();
     hide();
 }
 
 void MainWindow::openProject()
 {
+    // Quirk: the dialog for opening starts in the folder in which the program was started, because
+    // no folder is named; the recent boards are in the list.
     const QString path = QFileDialog::getOpenFileName(this, tr("Abrir proyecto"), QString(),
                                                       tr("Pizarra de Plumara (*.vtrz)"));
     if (!path.isEmpty())

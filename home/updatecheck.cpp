@@ -153,6 +153,8 @@ QPropertyAnimation *MainWindow::fadeUpdateAdvisor(qreal from, qreal to)
 void MainWindow::launchUpdater()
 {
     updating = true;
+    // Quirk: "ACTUALIZAR" ends the program also where no browser opens, because nothing asks what
+    // became of the page.
     QDesktopServices::openUrl(serverUrl(u"/plumara"_s));
     close();
     endProcessTree();

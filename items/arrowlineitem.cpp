@@ -34,6 +34,7 @@ constexpr ColorEntry colorEntries[] = {
     {u"Negro", Qt::black},
     {u"Rojo", Qt::red},
     {u"Azul", Qt::blue},
+    // Quirk: "Verde" is the dark green, because the bright one is hard to see on white.
     {u"Verde", Qt::darkGreen},
 };
 
@@ -123,7 +124,7 @@ void ArrowLineItem::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
                 [this, width = entry.width] { setWidth(width); });
     }
     // Quirk: another colour or thickness of an arrow does not mark the board unsaved, because an
-    // arrow tells nothing of its pen.
+    // arrow does not emit itemModified() for its pen.
     menu.exec(event->screenPos());
 }
 
@@ -151,6 +152,8 @@ void ArrowLineItem::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
 void ArrowLineItem::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 {
     dragging = false;
+    // Quirk: an arrow that was dragged shows an arrow cursor in every mode, because its cursor goes
+    // back to the shape of the cursor mode, in which arrows are dragged.
     setCursor(Qt::ArrowCursor);
     QGraphicsLineItem::mouseReleaseEvent(event);
 }

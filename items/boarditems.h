@@ -7,55 +7,30 @@
 #include "items/stickynoteitem.h"
 
 #include <type_traits>
-#include <utility>
 
-/// A list of item classes.
-template <typename... Items> struct ItemClasses
-{ };
-
-/// The classes of the items that a board holds, one a kind.
+/// Calls \a visitor with a \c std::type_identity of the class of each kind of item that a board
+/// holds, until it returns true. Returns whether it did.
 ///
-/// Code that treats the kinds differently has one specialisation of a template, or one overload of a
-/// function, for each of these classes, and no chain of casts; so the compiler leads whoever adds a
-/// class here to every place that has no answer for it yet.
-using BoardItems = ItemClasses<FreeDrawItem, StickyNoteItem, ArrowLineItem, ResizablePixmapItem>;
-
-namespace BoardItemsPrivate {
-
-template <typename Item, typename AnyItem, typename Visitor>
-bool visitAs(AnyItem *item, Visitor &visitor)
+/// This is the one list of the kinds. Code that treats them differently has one specialisation of a
+/// template, or one overload of a function, per class and no chain of casts; so the compiler leads
+/// whoever adds a class here to every place that has no answer for it yet.
+template <typename Visitor> bool findBoardItemClass(const Visitor &visitor)
 {
-    using Known = std::conditional_t<std::is_const_v<AnyItem>, const Item, Item>;
-    auto *const known = dynamic_cast<Known *>(item);
-    if (known)
-        visitor(*known);
-    return known;
+    const auto any = [&visitor]<typename... Items>(std::type_identity<Items>... classes) {
+        return (visitor(classes) || ...);
+    };
+    return any(std::type_identity<FreeDrawItem>(), std::type_identity<StickyNoteItem>(),
+               std::type_identity<ArrowLineItem>(), std::type_identity<ResizablePixmapItem>());
 }
 
-template <typename AnyItem, typename Visitor, typename... Items>
-bool visitAny(AnyItem *item, Visitor &visitor, ItemClasses<Items...> /*classes*/)
+/// Calls \a visitor with \a item as the class that it is. Returns whether it is a board item; for
+/// any other item, such as the text on a note, and for a null one \a visitor is not called.
+template <typename Visitor> bool visitBoardItem(const QGraphicsItem *item, const Visitor &visitor)
 {
-    return (visitAs<Items>(item, visitor) || ...);
-}
-
-template <typename Visitor, typename... Items>
-bool visitClasses(Visitor &visitor, ItemClasses<Items...> /*classes*/)
-{
-    return (visitor(std::type_identity<Items>()) || ...);
-}
-
-} // namespace BoardItemsPrivate
-
-/// Calls \a visitor with \a item as the class that it is. Returns whether it is a board item; for any
-/// other item, such as the text on a note, and for a null one \a visitor is not called.
-template <typename AnyItem, typename Visitor> bool visitBoardItem(AnyItem *item, Visitor &&visitor)
-{
-    return BoardItemsPrivate::visitAny(item, visitor, BoardItems());
-}
-
-/// Calls \a visitor with a \c std::type_identity of each class of board items, until it returns true.
-/// Returns whether it did.
-template <typename Visitor> bool findBoardItemClass(Visitor &&visitor)
-{
-    return BoardItemsPrivate::visitClasses(visitor, BoardItems());
+    return findBoardItemClass([&]<typename Item>(std::type_identity<Item>) {
+        const auto *const known = dynamic_cast<const Item *>(item);
+        if (known)
+            visitor(*known);
+        return known != nullptr;
+    });
 }

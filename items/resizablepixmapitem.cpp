@@ -84,6 +84,10 @@ void ResizablePixmapItem::resizeTo(const QPointF &scenePos)
     if (const auto *handle = findHandle(activeHandle)) {
         size += QSizeF(handle->widthFactor * moved.x(), handle->heightFactor * moved.y());
     }
+    // Quirk: the handles in the middle of an edge make a picture smaller but never larger, because
+    // the picture keeps its proportions inside the box, which grows in one direction only.
+    // Quirk: resizing a picture does not mark the board unsaved, because it does not emit
+    // itemModified(); whoever resizes has selected the picture, which does.
     // Quirk: a picture keeps its top-left corner in place whichever handle is dragged, because only
     // its size changes; the item is not moved.
     setPixmap(sourcePixmap.scaled(boxSide(size.width()), boxSide(size.height()),

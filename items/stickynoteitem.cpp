@@ -120,6 +120,9 @@ void StickyNoteItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, 
 /// Keeps a text that the person edits within the longest length, with the cursor at its end.
 void StickyNoteItem::limitText()
 {
+    // Quirk: a note whose text alone was clicked takes a text of any length, because the limit
+    // holds from the first focus of the paper on, and a click on the text gives the focus to the
+    // text.
     if (placeholderActive)
         return;
     auto *const document = textItem->document();
@@ -127,6 +130,10 @@ void StickyNoteItem::limitText()
     if (text.size() <= longestText)
         return;
 
+    // Quirk: typing into the middle of a full note drops its end and takes the cursor there,
+    // because the text is cut as a whole; it shows that the paper is full.
+    // Quirk: the cut may leave half an emoji at the end of a note, because the limit counts UTF-16
+    // code units, of which an emoji has two.
     document->blockSignals(true);
     document->setPlainText(text.left(longestText));
     QTextCursor cursor(document);
@@ -189,8 +196,9 @@ void StickyNoteItem::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
         action->setChecked(true);
     }
 
-    // Quirk: another colour of a note does not mark the board unsaved, because a note tells nothing
-    // of its colour and its text; whoever edits the text selects the note and so marks the board.
+    // Quirk: another colour of a note does not mark the board unsaved, because a note does not emit
+    // itemModified() for its colour or its text.
+
     // The note may be gone when the menu closes: the menu runs an event loop of its own.
     const QPointer<StickyNoteItem> self(this);
     const auto *const chosen = menu.exec(event->screenPos());

@@ -3,10 +3,10 @@
 
 class QWidget;
 
-/// Registers the program's font.
+/// Registers the program's font, and has it stand in for "Segoe UI" where the system has none.
 void registerFont();
 
-/// Registers the program's font, also for menus and tool tips, gives \a window the style sheet that
-/// all windows share, shows the picture of every label of it whose property "picture" names one, and
-/// has its pictures with a tool tip read out to people who do not see them.
+/// Dresses \a window: registers the program's font, also for menus and tool tips, gives the window
+/// the style sheet that all windows share, shows the picture of every label whose property "picture"
+/// names one, and gives every widget with a tool tip that text as its name for screen readers.
 void applyWindowLook(QWidget &window);

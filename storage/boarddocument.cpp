@@ -9,6 +9,7 @@
 #include <QPen>
 
 #include <optional>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -59,10 +60,10 @@ QPainterPath pathOf(const QJsonArray &points)
 }
 
 /// How a class of items stands in a document. Each class has
-///   kind       its name there
-///   z          the z value of an opened item
-///   written()  the element of an item, without its kind; none when the item is not stored
-///   read()     the item that an element describes
+///   kind        its name there
+///   z           the z value of an opened item
+///   toJson()    the element of an item, without its kind; none when the item is not stored
+///   fromJson()  the item that an element describes
 // Quirk: an opened board stacks strokes above notes and arrows above strokes, because a file holds
 // no levels and each kind has one; boards that exist have always been shown so.
 template <typename Item> struct Element;
@@ -72,14 +73,14 @@ template <> struct Element<StickyNoteItem>
     static constexpr auto kind = "postit"_L1;
     static constexpr qreal z = 1.0;
 
-    static std::optional<QJsonObject> written(const StickyNoteItem &note)
+    static std::optional<QJsonObject> toJson(const StickyNoteItem &note)
     {
         return QJsonObject{{"x"_L1, note.pos().x()},
                            {"y"_L1, note.pos().y()},
                            {"text"_L1, note.getText()},
                            {"color"_L1, static_cast<int>(note.noteColor())}};
     }
-    static std::unique_ptr<QGraphicsItem> read(const QJsonObject &element)
+    static std::unique_ptr<QGraphicsItem> fromJson(const QJsonObject &element)
     {
         auto note = std::make_unique<StickyNoteItem>();
         note->setPos(pointOf(element, "x"_L1, "y"_L1));
@@ -95,7 +96,7 @@ template <> struct Element<FreeDrawItem>
     static constexpr auto kind = "freedraw"_L1;
     static constexpr qreal z = 2.0;
 
-    static std::optional<QJsonObject> written(const QGraphicsPathItem &stroke)
+    static std::optional<QJsonObject> toJson(const QGraphicsPathItem &stroke)
     {
         const QPainterPath path = stroke.path();
         if (path.isEmpty())
@@ -107,7 +108,7 @@ template <> struct Element<FreeDrawItem>
                            {"penColor"_L1, pen.color().name()},
                            {"penWidth"_L1, pen.width()}};
     }
-    static std::unique_ptr<QGraphicsItem> read(const QJsonObject &element)
+    static std::unique_ptr<QGraphicsItem> fromJson(const QJsonObject &element)
     {
         auto stroke = std::make_unique<FreeDrawItem>();
         stroke->setPath(pathOf(element.value("path"_L1).toArray()));
@@ -124,7 +125,7 @@ template <> struct Element<ArrowLineItem>
 
     // Quirk: a dragged arrow is stored where it was drawn, because a file holds an arrow's line and
     // not the place of its item.
-    static std::optional<QJsonObject> written(const QGraphicsLineItem &arrow)
+    static std::optional<QJsonObject> toJson(const QGraphicsLineItem &arrow)
     {
         const QLineF line = arrow.line();
         const QPen pen = arrow.pen();
@@ -135,11 +136,13 @@ template <> struct Element<ArrowLineItem>
                            {"color"_L1, pen.color().name()},
                            {"width"_L1, pen.width()}};
     }
-    static std::unique_ptr<QGraphicsItem> read(const QJsonObject &element)
+    static std::unique_ptr<QGraphicsItem> fromJson(const QJsonObject &element)
     {
         auto arrow = std::make_unique<ArrowLineItem>(pointOf(element, "x1"_L1, "y1"_L1),
                                                      pointOf(element, "x2"_L1, "y2"_L1));
         QPen pen(colorOf(element, "color"_L1));
+        // Quirk: an opened arrow has square ends where a drawn one has round ones, because a file
+        // holds colour and width only and the rest of the pen is the toolkit's default.
         pen.setWidth(element.value("width"_L1).toInt());
         // Quirk: the first change of an opened arrow from its menu starts from a black pen of width
         // 2, because the file's pen goes to the toolkit's item, past the arrow's own.
@@ -153,7 +156,7 @@ template <> struct Element<ResizablePixmapItem>
     static constexpr auto kind = "image"_L1;
     static constexpr qreal z = 0.0;
 
-    static std::optional<QJsonObject> written(const QGraphicsPixmapItem &image)
+    static std::optional<QJsonObject> toJson(const QGraphicsPixmapItem &image)
     {
         // Quirk: a picture that was made smaller cannot be enlarged sharply after an opening,
         // because the file holds it as it is shown and not as it was inserted.
@@ -165,7 +168,7 @@ template <> struct Element<ResizablePixmapItem>
                            {"y"_L1, image.pos().y()},
                            {"imageData"_L1, QString::fromLatin1(bytes.toBase64())}};
     }
-    static std::unique_ptr<QGraphicsItem> read(const QJsonObject &element)
+    static std::unique_ptr<QGraphicsItem> fromJson(const QJsonObject &element)
     {
         const auto bytes =
             QByteArray::fromBase64(element.value("imageData"_L1).toString().toLatin1());
@@ -182,7 +185,7 @@ template <> struct Element<ResizablePixmapItem>
 /// The element of \a item, which stands in the document as the class \c Item does.
 template <typename Item, typename Written> std::optional<QJsonObject> elementAs(const Written &item)
 {
-    auto element = Element<Item>::written(item);
+    auto element = Element<Item>::toJson(item);
     if (element)
         element->insert(kindKey, Element<Item>::kind);
     return element;
@@ -238,7 +241,7 @@ std::unique_ptr<QGraphicsItem> itemFromElement(const QJsonObject &element)
     findBoardItemClass([&]<typename Item>(std::type_identity<Item>) {
         if (kind != Element<Item>::kind)
             return false;
-        item = Element<Item>::read(element);
+        item = Element<Item>::fromJson(element);
         item->setZValue(Element<Item>::z);
         return true;
     });

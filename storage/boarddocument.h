@@ -10,8 +10,8 @@ class QGraphicsItem;
 class QGraphicsScene;
 
 /// Makes the document that holds the items of \a scene, topmost first. Strokes without a path are
-/// left out, and so are items that are neither notes nor of the toolkit's type of a path, a line or a
-/// picture.
+/// left out, and so are items that are neither notes nor of the toolkit's type of a path, a line or
+/// a picture.
 QJsonObject buildBoardDocument(const QGraphicsScene &scene);
 
 /// Makes the items that \a document describes, in its order; they are for the caller to place on a

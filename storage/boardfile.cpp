@@ -18,6 +18,8 @@ BoardFileContents readDocument(const QString &path)
 BoardFileWriting writeDocument(const QString &path, const QJsonObject &document)
 {
     QFile file(path);
+    // Quirk: a save whose writing fails leaves the file empty, because a board is written straight
+    // into its file, without a temporary file, a backup or a lock.
     // Unbuffered, so that the write itself meets a full disk: a small board would otherwise wait in
     // the buffer and fail unseen when the file is closed.
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))

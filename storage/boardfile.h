@@ -17,12 +17,9 @@ struct BoardFileContents
 /// Reads the board file \a path. Anything that is no JSON object is no board.
 BoardFileContents readDocument(const QString &path);
 
-/// What became of writing a board file. After WriteFailed the file is left cut off, after CannotOpen
-/// it is as it was.
+/// What became of writing a board file. After WriteFailed the file is empty, after CannotOpen it is
+/// as it was.
 enum class BoardFileWriting { Written, CannotOpen, WriteFailed };
-
-// Quirk: a save that fails leaves the file empty, because a board is written straight into its
-// file, without a temporary file, a backup or a lock.
 
 /// Replaces the contents of the file \a path by \a document.
 BoardFileWriting writeDocument(const QString &path, const QJsonObject &document);

@@ -1,3 +1,5 @@
+// What a second start asks the program that runs already.
+
 #include "app/runninginstance.h"
 #include "app/xr9a1.h"
 #include "tests/support/main/registeredtest.h"

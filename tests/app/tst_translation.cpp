@@ -1,3 +1,5 @@
+// Which translation is installed for the languages of a person.
+
 #include "app/translation.h"
 #include "tests/support/main/registeredtest.h"
 

@@ -1,3 +1,5 @@
+// The guard that lets only one instance of the program run.
+
 #include "app/xr9a1.h"
 #include "tests/support/main/registeredtest.h"
 
@@ -76,7 +78,7 @@ void TestXr9A1::theSegmentIsOneByteLong()
 #ifdef Q_OS_UNIX
     QCOMPARE(segment.size(), 1);
 #else
-    // Other systems tell the size of the pages that they hand out; at least the byte is there.
+    // Other systems report the size of the pages that they hand out; at least the byte is there.
     QVERIFY(segment.size() >= 1);
 #endif
 }

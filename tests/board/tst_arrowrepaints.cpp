@@ -1,16 +1,17 @@
+// How much of the canvas is painted anew because of arrows, whose heads reach outside their
+// bounding rectangles.
+
 #include "items/arrowlineitem.h"
-#include "tests/support/boardathome.h"
+#include "tests/board/boardathome.h"
+#include "tests/support/dialogs/messagebox.h"
+#include "tests/support/main/datarows.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/messagebox.h"
 
 #include <QPaintEvent>
 #include <QPen>
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
-
-// How much of the canvas is painted anew because of arrows, whose heads reach outside their
-// bounding rectangles.
 
 namespace {
 
@@ -68,9 +69,9 @@ private slots:
 void TestArrowRepaints::aHeadThatGoesIsPaintedOver_data()
 {
     QTest::addColumn<Change>("change");
-    const auto row = [](const char *name, Change change) { QTest::newRow(name) << change; };
-    row("moved", [](QGraphicsLineItem *arrow) { arrow->setY(-200); });
-    row("grown thin", [](QGraphicsLineItem *arrow) { arrow->setPen(QPen(Qt::black, 2)); });
+    addRow<Change>("moved", [](QGraphicsLineItem *arrow) { arrow->setY(-200); });
+    addRow<Change>("grown thin",
+                   [](QGraphicsLineItem *arrow) { arrow->setPen(QPen(Qt::black, 2)); });
 }
 
 void TestArrowRepaints::aHeadThatGoesIsPaintedOver()
@@ -92,10 +93,9 @@ void TestArrowRepaints::aHeadThatGoesIsPaintedOver()
 void TestArrowRepaints::aWideArrowThatIsGoneWidensNoRepaint_data()
 {
     QTest::addColumn<Removal>("remove");
-    const auto row = [](const char *name, Removal remove) { QTest::newRow(name) << remove; };
-    row("deleted", [](BoardAtHome &at) { delete at.board.only<ArrowLineItem>(); });
-    row("another board opened", [](BoardAtHome &at) { at.openPlan(); });
-    row("board closed", [](BoardAtHome &at) {
+    addRow<Removal>("deleted", [](BoardAtHome &at) { delete at.board.only<ArrowLineItem>(); });
+    addRow<Removal>("another board opened", [](BoardAtHome &at) { at.openPlan(); });
+    addRow<Removal>("board closed", [](BoardAtHome &at) {
         const BoxAnswer answer(u"No"_s);
         at.close();
         at.board.window.show();
@@ -107,7 +107,7 @@ void TestArrowRepaints::aWideArrowThatIsGoneWidensNoRepaint()
     QFETCH(const Removal, remove);
     BoardAtHome at;
     addArrow(at.board, 32767);
-    at.board.settle();
+    at.board.processEvents();
     QVERIFY(paintedForASmallChange(at.board).contains(QPoint(100, 100)));
 
     remove(at);
@@ -120,7 +120,7 @@ void TestArrowRepaints::anArrowThatGrewThinWidensNoRepaint()
 {
     ShownBoard board;
     auto *const arrow = addArrow(board, 500);
-    board.settle();
+    board.processEvents();
     QVERIFY(paintedForASmallChange(board).contains(QPoint(100, 100)));
 
     arrow->setPen(QPen(Qt::black, 2));

@@ -1,5 +1,7 @@
+// Which fonts a person gets to see around a board.
+
+#include "tests/board/shownboard.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/shownboard.h"
 
 #include <QApplication>
 #include <QFontDatabase>
@@ -9,8 +11,6 @@
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
-
-// Which fonts a person gets to see around a board.
 
 class TestBoardFonts : public QObject
 {

@@ -1,15 +1,15 @@
-#include "tests/support/contrast.h"
-#include "tests/support/keyboardwalk.h"
+// The board window for people who use the keyboard, hear the window or see it badly.
+
+#include "tests/board/shownboard.h"
+#include "tests/support/look/contrast.h"
+#include "tests/support/look/keyboardwalk.h"
+#include "tests/support/look/names.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/names.h"
-#include "tests/support/shownboard.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
 
 using namespace Qt::Literals::StringLiterals;
-
-// The board window for people who use the keyboard, hear the window or see it badly.
 
 class TestBoardForEveryone : public QObject
 {

@@ -1,5 +1,7 @@
+// What the form of the board window holds: the widgets, their places, texts and styles.
+
+#include "tests/board/shownboard.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/shownboard.h"
 
 #include <QComboBox>
 #include <QPushButton>
@@ -8,8 +10,6 @@
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
-
-// What the form of the board window holds: the widgets, their places, texts and styles.
 
 namespace {
 

@@ -1,11 +1,11 @@
+// The board window at the scale at which the process was started.
+
+#include "tests/board/shownboard.h"
+#include "tests/support/look/sharppictures.h"
+#include "tests/support/look/textfit.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/sharppictures.h"
-#include "tests/support/shownboard.h"
-#include "tests/support/textfit.h"
 
 using namespace Qt::Literals::StringLiterals;
-
-// The board window at the scale at which the process was started.
 
 class TestBoardScaling : public QObject
 {

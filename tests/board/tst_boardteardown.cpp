@@ -1,9 +1,13 @@
+// The end of a board window, whatever it was doing at that moment. Each row leaves the window in
+// one state; what goes wrong then shows as a warning, a crash or a sanitizer's report.
+
 #include "home/mainwindow.h"
 #include "items/resizablepixmapitem.h"
 #include "items/stickynoteitem.h"
+#include "tests/board/shownboard.h"
+#include "tests/support/main/datarows.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/scratchhome.h"
-#include "tests/support/shownboard.h"
+#include "tests/support/system/scratchhome.h"
 
 #include <QComboBox>
 #include <QPointer>
@@ -11,9 +15,6 @@
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
-
-// The end of a board window, whatever it was doing at that moment. Each row leaves the window in
-// one state; what goes wrong then shows as a warning, a crash or a sanitizer's report.
 
 using Preparation = void (*)(ShownBoard &board);
 
@@ -41,16 +42,15 @@ void TestBoardTeardown::theWindowTakesAllItOwnsWithIt_data()
 {
     QTest::addColumn<Preparation>("prepare");
 
-    const auto row = [](const char *name, Preparation prepare) { QTest::newRow(name) << prepare; };
-    row("nothing happened", [](ShownBoard &) { });
-    row("items are selected", [](ShownBoard &board) {
+    addRow<Preparation>("nothing happened", [](ShownBoard &) { });
+    addRow<Preparation>("items are selected", [](ShownBoard &board) {
         board.scene.addItem(new StickyNoteItem);
         auto *const image = new ResizablePixmapItem(QPixmap(u":/img/plumdoc.png"_s));
         board.scene.addItem(image);
         image->setSelected(true);
         board.only<StickyNoteItem>()->setSelected(true);
     });
-    row("a note is edited", [](ShownBoard &board) {
+    addRow<Preparation>("a note is edited", [](ShownBoard &board) {
         board.window.activateWindow();
         board.click("ModoPostIt");
         board.pointer.click({500, 300});
@@ -58,55 +58,56 @@ void TestBoardTeardown::theWindowTakesAllItOwnsWithIt_data()
         board.type("Hola");
         QVERIFY(board.only<StickyNoteItem>()->getText().contains(u"Hola"));
     });
-    row("a stroke is being drawn", [](ShownBoard &board) {
+    addRow<Preparation>("a stroke is being drawn", [](ShownBoard &board) {
         board.click("ModoLapiz");
         board.pointer.press({500, 300});
         board.pointer.move({600, 400});
         QCOMPARE(QWidget::mouseGrabber(), &board.view);
     });
-    row("a line is being dragged", [](ShownBoard &board) {
+    addRow<Preparation>("a line is being dragged", [](ShownBoard &board) {
         board.click("ModoLinea");
         board.pointer.press({500, 300});
         board.pointer.move({600, 400});
         QCOMPARE(QWidget::mouseGrabber(), &board.view);
     });
-    row("the eraser is pressed", [](ShownBoard &board) {
+    addRow<Preparation>("the eraser is pressed", [](ShownBoard &board) {
         board.click("ModoBorrador");
         board.pointer.press({500, 300});
         board.pointer.move({600, 400});
         QCOMPARE(QWidget::mouseGrabber(), &board.view);
     });
-    row("an item is being dragged", [](ShownBoard &board) {
+    addRow<Preparation>("an item is being dragged", [](ShownBoard &board) {
         board.scene.addItem(new StickyNoteItem);
         board.only<StickyNoteItem>()->setPos(500, 300);
         board.pointer.press({503, 303});
         board.pointer.move({600, 400});
         QVERIFY(board.only<StickyNoteItem>()->pos().x() > 500);
     });
-    row("changes wait to be recorded", [](ShownBoard &board) {
+    addRow<Preparation>("changes wait to be recorded", [](ShownBoard &board) {
         board.scene.addItem(new StickyNoteItem);
         board.scene.setSceneRect(0, 0, 500, 500);
         board.scene.addItem(new StickyNoteItem);
     });
-    row("there is a history", [](ShownBoard &board) {
+    addRow<Preparation>("there is a history", [](ShownBoard &board) {
         board.window.captureSnapshot();
         board.scene.addItem(new StickyNoteItem);
         board.window.captureSnapshot();
         board.window.undoMode();
         QCOMPARE(board.count(), 0);
     });
-    row("the window is hidden", [](ShownBoard &board) { board.window.hide(); });
-    row("the window is minimized", [](ShownBoard &board) { board.window.showMinimized(); });
-    row("it presents", [](ShownBoard &board) {
+    addRow<Preparation>("the window is hidden", [](ShownBoard &board) { board.window.hide(); });
+    addRow<Preparation>("the window is minimized",
+                        [](ShownBoard &board) { board.window.showMinimized(); });
+    addRow<Preparation>("it presents", [](ShownBoard &board) {
         board.find<QComboBox>("Presentar")->setCurrentIndex(0);
         QVERIFY(board.window.isFullScreen());
     });
-    row("it has presented and fades wait", [](ShownBoard &board) {
+    addRow<Preparation>("it has presented and fades wait", [](ShownBoard &board) {
         board.find<QComboBox>("Presentar")->setCurrentIndex(0);
         QTest::keyClick(board.window.windowHandle(), Qt::Key_Escape);
         QVERIFY(!board.window.isFullScreen());
     });
-    row("the board was closed", [](ShownBoard &board) {
+    addRow<Preparation>("the board was closed", [](ShownBoard &board) {
         board.click("CloseBoardBtn");
         QVERIFY(!board.window.isVisible());
     });

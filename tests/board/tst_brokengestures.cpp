@@ -1,19 +1,19 @@
+// Gestures that something interrupts: another mode, undo, another board. Whatever happens, nothing
+// crashes and the rest of the window gets the mouse back.
+
 #include "home/mainwindow.h"
 #include "items/arrowlineitem.h"
-#include "tests/support/boardfiles.h"
-#include "tests/support/filedialoganswer.h"
+#include "tests/board/presentation.h"
+#include "tests/support/dialogs/filedialoganswer.h"
+#include "tests/support/dialogs/messagebox.h"
+#include "tests/support/files/boardfiles.h"
+#include "tests/support/items/strokes.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/messagebox.h"
-#include "tests/support/presentation.h"
-#include "tests/support/scratchhome.h"
-#include "tests/support/strokes.h"
+#include "tests/support/system/scratchhome.h"
 
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
-
-// Gestures that something interrupts: another mode, undo, another board. Whatever happens, nothing
-// crashes and the rest of the window gets the mouse back.
 
 namespace {
 
@@ -185,7 +185,7 @@ void TestBrokenGestures::undoTakesTheItemUnderWayAway()
     ShownBoard board;
     board.window.captureSnapshot();
     begin(board, QTest::currentDataTag());
-    board.settle();
+    board.processEvents();
     while (board.count() > 0)
         board.window.undoMode();
 
@@ -203,7 +203,7 @@ void TestBrokenGestures::afterUndoTheNextStrokeIsDrawn()
     ShownBoard board;
     board.window.captureSnapshot();
     begin(board, "ModoLapiz");
-    board.settle();
+    board.processEvents();
     while (board.count() > 0)
         board.window.undoMode();
     board.pointer.release({520, 310});

@@ -1,15 +1,15 @@
+// What the pointer puts on the board with the pen and with notes, and where.
+
 #include "items/stickynoteitem.h"
+#include "tests/board/shownboard.h"
+#include "tests/support/items/strokes.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/shownboard.h"
-#include "tests/support/strokes.h"
 
 #include <QPen>
 #include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
-
-// What the pointer puts on the board with the pen and with notes, and where.
 
 namespace {
 
@@ -33,7 +33,7 @@ private slots:
     void aClickInNoteModeAddsAYellowNoteThere();
     void theNoteModeStaysOn();
     void aNewNoteIsNeitherSelectedNorHoldsTheMouse();
-    void aNoteIsRecordedWhenTheSceneTells();
+    void aNoteIsRecordedWithTheChangeOfTheScene();
     void aClickOnANoteAddsNoOther();
 
     void placesBetweenPixelsAreRounded_data();
@@ -201,7 +201,7 @@ void TestCanvasInput::aNewNoteIsNeitherSelectedNorHoldsTheMouse()
     QCOMPARE(board.only<StickyNoteItem>()->pos(), QPointF(500, 300));
 }
 
-void TestCanvasInput::aNoteIsRecordedWhenTheSceneTells()
+void TestCanvasInput::aNoteIsRecordedWithTheChangeOfTheScene()
 {
     ShownBoard board;
     board.window.captureSnapshot();
@@ -210,7 +210,7 @@ void TestCanvasInput::aNoteIsRecordedWhenTheSceneTells()
 
     board.window.undoMode();
     QCOMPARE(board.count(), 1);
-    board.settle();
+    board.processEvents();
     board.window.undoMode();
     QCOMPARE(board.count(), 0);
 }

@@ -1,15 +1,15 @@
+// What a closed board leaves behind for the next one.
+
 #include "items/freedrawitem.h"
-#include "tests/support/boardathome.h"
-#include "tests/support/filedialoganswer.h"
+#include "tests/board/boardathome.h"
+#include "tests/board/presentation.h"
+#include "tests/support/dialogs/filedialoganswer.h"
+#include "tests/support/dialogs/messagebox.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/messagebox.h"
-#include "tests/support/presentation.h"
 
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
-
-// What a closed board leaves behind for the next one.
 
 class TestClosedBoard : public QObject
 {
@@ -55,7 +55,7 @@ void TestClosedBoard::aClosedBoardHasNoFileAndNoChanges()
     }
 
     at.board.window.show();
-    at.board.settle();
+    at.board.processEvents();
     const BoxAnswer again({});
     at.close();
     QVERIFY(!again.seen());
@@ -95,13 +95,13 @@ void TestClosedBoard::theHistoryIsKept()
 {
     BoardAtHome at;
     at.addNote();
-    at.board.settle();
+    at.board.processEvents();
     const BoxAnswer question(u"No"_s);
     at.close();
     QVERIFY(at.closed());
 
     at.board.window.show();
-    at.board.settle();
+    at.board.processEvents();
     at.board.click("ModoDeshacer");
 
     QVERIFY(at.board.only<StickyNoteItem>());

@@ -1,15 +1,16 @@
-#include "tests/support/boardathome.h"
-#include "tests/support/filedialoganswer.h"
+// Closing a board: the question, and what follows from each answer.
+
+#include "tests/board/boardathome.h"
+#include "tests/support/dialogs/filedialoganswer.h"
+#include "tests/support/dialogs/messagebox.h"
+#include "tests/support/look/markingtranslator.h"
+#include "tests/support/main/datarows.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/markingtranslator.h"
-#include "tests/support/messagebox.h"
 
 #include <QPushButton>
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
-
-// Closing a board: the question, and what follows from each answer.
 
 namespace {
 
@@ -224,23 +225,15 @@ void TestClosing::yesClosesEvenWhenTheSaveFails()
     at.openPlan();
     QVERIFY(QFile::remove(at.folder.path(u"plan.vtrz"_s)));
     QVERIFY(QDir(at.folder.path()).mkdir(u"plan.vtrz"_s));
-    QStringList texts;
-    const ModalAnswer<QMessageBox> question([&](QMessageBox &box) {
-        texts << box.text();
-        box.findChildren<QPushButton *>().constFirst()->click();
-    });
-    // It looks on while the question is answered, and so meets the warning.
-    const ModalAnswer<QMessageBox> warning([&](QMessageBox &box) {
-        if (box.icon() == QMessageBox::Warning)
-            texts << box.text();
-        box.accept();
-    });
+    const BoxSequence sequence({u"Sí"_s, u"OK"_s});
 
     at.close();
 
-    QCOMPARE(texts,
-             QStringList({u"Hay cambios sin guardar. ¿Deseas guardar antes de salir?"_s,
-                          u"No se pudo guardar el archivo."_s}));
+    QCOMPARE(sequence.boxes().size(), 2);
+    QCOMPARE(sequence.boxes()[0].text,
+             u"Hay cambios sin guardar. ¿Deseas guardar antes de salir?"_s);
+    QCOMPARE(sequence.boxes()[1].text, u"No se pudo guardar el archivo."_s);
+    QCOMPARE(sequence.boxes()[1].icon, QMessageBox::Warning);
     QVERIFY(at.closed());
 }
 
@@ -281,16 +274,16 @@ void TestClosing::anyOtherAnswerCountsAsNo()
 void TestClosing::aCancelledCloseChangesNothing_data()
 {
     QTest::addColumn<Reply>("reply");
-    const auto row = [](const char *name, Reply reply) { QTest::newRow(name) << reply; };
-    row("Cancelar", [](QMessageBox &box) {
+    addRow<Reply>("Cancelar", [](QMessageBox &box) {
         const auto buttons = box.findChildren<QPushButton *>();
         for (auto *const button : buttons) {
             if (button->text() == u"Cancelar")
                 button->click();
         }
     });
-    row("Escape", [](QMessageBox &box) { QTest::keyClick(box.windowHandle(), Qt::Key_Escape); });
-    row("the box's frame", [](QMessageBox &box) { box.windowHandle()->close(); });
+    addRow<Reply>("Escape",
+                  [](QMessageBox &box) { QTest::keyClick(box.windowHandle(), Qt::Key_Escape); });
+    addRow<Reply>("the box's frame", [](QMessageBox &box) { box.windowHandle()->close(); });
 }
 
 void TestClosing::aCancelledCloseChangesNothing()

@@ -1,13 +1,13 @@
+// Drawing lines with the pointer.
+
 #include "items/arrowlineitem.h"
+#include "tests/board/shownboard.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/shownboard.h"
 
 #include <QPen>
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
-
-// Drawing lines with the pointer.
 
 namespace {
 

@@ -1,5 +1,7 @@
+// The emoji in the menu of a note.
+
+#include "tests/board/shownboard.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/shownboard.h"
 
 #include <QApplication>
 #include <QGlyphRun>
@@ -27,7 +29,6 @@ QStringList familiesOf(const QString &text, const QFont &font)
 
 } // namespace
 
-// The emoji in the menu of a note.
 class TestEmoji : public QObject
 {
     Q_OBJECT

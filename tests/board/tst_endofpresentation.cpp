@@ -1,14 +1,14 @@
+// Leaving the presentation of a board with Esc.
+
 #include "items/stickynoteitem.h"
+#include "tests/board/presentation.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/presentation.h"
 
 #include <QKeyEvent>
 #include <QScreen>
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
-
-// Leaving the presentation of a board with Esc.
 
 namespace {
 

@@ -1,11 +1,13 @@
+// The eraser: a click erases what lies under it, a drag what its rectangle touches.
+
 #include "items/arrowlineitem.h"
 #include "items/resizablepixmapitem.h"
 #include "items/stickynoteitem.h"
-#include "tests/support/boardfiles.h"
+#include "tests/board/shownboard.h"
+#include "tests/support/files/boardfiles.h"
+#include "tests/support/items/strokes.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/scratchhome.h"
-#include "tests/support/shownboard.h"
-#include "tests/support/strokes.h"
+#include "tests/support/system/scratchhome.h"
 
 #include <QTest>
 
@@ -13,11 +15,9 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-// The eraser: a click erases what lies under it, a drag what its rectangle touches.
-
 namespace {
 
-/// A picture that tells when it is deleted.
+/// A picture that notes down when it is deleted.
 class MortalPixmap : public QGraphicsPixmapItem
 {
 public:

@@ -1,16 +1,17 @@
+// Placing an image from a file on the board.
+
 #include "items/resizablepixmapitem.h"
-#include "tests/support/boardfiles.h"
-#include "tests/support/filedialoganswer.h"
+#include "tests/board/shownboard.h"
+#include "tests/support/dialogs/filedialoganswer.h"
+#include "tests/support/dialogs/messagebox.h"
+#include "tests/support/files/boardfiles.h"
+#include "tests/support/files/files.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/messagebox.h"
-#include "tests/support/scratchhome.h"
-#include "tests/support/shownboard.h"
+#include "tests/support/system/scratchhome.h"
 
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
-
-// Placing an image from a file on the board.
 
 namespace {
 
@@ -43,7 +44,7 @@ private slots:
     void insertingEndsTheMode();
     void insertingMarksASavedBoard();
     void theHistoryGetsThePictureFromTheScene();
-    void thePictureIsRecordedWhenTheSceneTells();
+    void thePictureIsRecordedWithTheChangeOfTheScene();
     void cancellingChangesNothing();
     void anUnreadablePictureIsAnsweredWithAWarning_data();
     void anUnreadablePictureIsAnsweredWithAWarning();
@@ -161,7 +162,7 @@ void TestImageInsertion::insertingMarksASavedBoard()
     const ScratchHome home;
     const QString path = writePicture(home.path(u"a.png"_s), {300, 200});
     ShownBoard board;
-    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s), QJsonArray{}));
+    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s)));
     const FileDialogAnswer answer(path);
 
     board.click("ModoImagen");
@@ -178,7 +179,7 @@ void TestImageInsertion::theHistoryGetsThePictureFromTheScene()
     board.window.captureSnapshot();
     const FileDialogAnswer answer(path);
     board.click("ModoImagen");
-    board.settle();
+    board.processEvents();
 
     board.window.undoMode();
     QCOMPARE(board.count(), 0);
@@ -186,7 +187,7 @@ void TestImageInsertion::theHistoryGetsThePictureFromTheScene()
     QCOMPARE(board.only<ResizablePixmapItem>()->pos(), QPointF(810, 440));
 }
 
-void TestImageInsertion::thePictureIsRecordedWhenTheSceneTells()
+void TestImageInsertion::thePictureIsRecordedWithTheChangeOfTheScene()
 {
     const ScratchHome home;
     const QString path = writePicture(home.path(u"a.png"_s), {300, 200});
@@ -197,7 +198,7 @@ void TestImageInsertion::thePictureIsRecordedWhenTheSceneTells()
 
     board.window.undoMode();
     QCOMPARE(board.count(), 1);
-    board.settle();
+    board.processEvents();
     board.window.undoMode();
     QCOMPARE(board.count(), 0);
 }
@@ -206,7 +207,7 @@ void TestImageInsertion::cancellingChangesNothing()
 {
     const ScratchHome home;
     ShownBoard board;
-    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s), QJsonArray{}));
+    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s)));
     const FileDialogAnswer answer({});
 
     board.click("ModoImagen");
@@ -229,7 +230,7 @@ void TestImageInsertion::anUnreadablePictureIsAnsweredWithAWarning()
 {
     QFETCH(const QByteArray, content);
     const ScratchHome home;
-    const QString path = BoardFile::write(home.path(u"a.png"_s), content);
+    const QString path = writeFile(home.path(u"a.png"_s), content);
     ShownBoard board;
     const FileDialogAnswer file(path);
     const BoxAnswer warning(u"OK"_s);
@@ -251,7 +252,7 @@ void TestImageInsertion::theContentDecidesNotTheName()
 {
     const ScratchHome home;
     const QString picture = writePicture(home.path(u"a.png"_s), {300, 200});
-    const QString path = BoardFile::write(home.path(u"b.jpg"_s), BoardFile::bytes(picture));
+    const QString path = writeFile(home.path(u"b.jpg"_s), readFile(picture));
     ShownBoard board;
     const FileDialogAnswer answer(path);
 

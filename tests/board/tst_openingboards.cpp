@@ -1,19 +1,20 @@
+// Opening a board, and how a file that is no board is refused.
+
 #include "items/arrowlineitem.h"
 #include "items/freedrawitem.h"
 #include "items/resizablepixmapitem.h"
 #include "items/stickynoteitem.h"
-#include "tests/support/boardfiles.h"
-#include "tests/support/filedialoganswer.h"
+#include "tests/board/shownboard.h"
+#include "tests/support/dialogs/filedialoganswer.h"
+#include "tests/support/dialogs/messagebox.h"
+#include "tests/support/files/boardfiles.h"
+#include "tests/support/files/files.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/messagebox.h"
-#include "tests/support/scratchhome.h"
-#include "tests/support/shownboard.h"
+#include "tests/support/system/scratchhome.h"
 
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
-
-// Opening a board, and how a file that is no board is refused.
 
 namespace {
 
@@ -81,7 +82,7 @@ void TestOpeningBoards::anOpenedBoardIsNamedAfterItsFile()
     const ScratchHome home;
     ShownBoard board;
 
-    board.window.loadBoard(BoardFile::write(home.path(u"mi año.2.vtrz"_s), "{}"));
+    board.window.loadBoard(writeFile(home.path(u"mi año.2.vtrz"_s), "{}"));
 
     QCOMPARE(board.name(), u"mi año.2.vtrz"_s);
 }
@@ -95,10 +96,10 @@ void TestOpeningBoards::anOpenedBoardIsSaved()
 
     board.window.loadBoard(
         BoardFile::write(home.path(u"plan.vtrz"_s), QJsonArray{BoardFile::note(500, 300)}));
-    board.settle();
+    board.processEvents();
 
     QCOMPARE(board.name(), u"plan.vtrz"_s);
-    // Nothing but the label's next update tells what the flag has become.
+    // Only the label's next update shows the flag.
     board.window.updateTitleLabel();
     QCOMPARE(board.name(), u"plan.vtrz"_s);
 }
@@ -136,9 +137,9 @@ void TestOpeningBoards::unknownElementsAreLeftOut()
     const ScratchHome home;
     ShownBoard board;
 
-    board.window.loadBoard(BoardFile::write(
-        home.path(u"plan.vtrz"_s),
-        QByteArray(R"({"items": [7, {}, {"type": "circle"}, {"type": "PostIt"}, null,
+    board.window.loadBoard(
+        writeFile(home.path(u"plan.vtrz"_s),
+                  QByteArray(R"({"items": [7, {}, {"type": "circle"}, {"type": "PostIt"}, null,
                                  {"type": "postit", "x": 5}]})")));
 
     QCOMPARE(board.count(), 1);
@@ -164,8 +165,8 @@ void TestOpeningBoards::aBoardWithoutItemsIsEmpty()
     board.window.setUnsaved(true);
     const BoxAnswer warning({});
 
-    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s), content));
-    board.settle();
+    board.window.loadBoard(writeFile(home.path(u"plan.vtrz"_s), content));
+    board.processEvents();
 
     QVERIFY(!warning.seen());
     QCOMPARE(board.count(), 0);
@@ -197,7 +198,7 @@ void TestOpeningBoards::aRefusedFileIsAnsweredWithAWarning()
     QFETCH(const QByteArray, content);
     const ScratchHome home;
     if (!content.isNull())
-        BoardFile::write(home.path(file), content);
+        writeFile(home.path(file), content);
     ShownBoard board;
     const BoxAnswer warning(u"OK"_s);
 
@@ -222,7 +223,7 @@ void TestOpeningBoards::aRefusedFileLeavesTheBoardAsItWas()
 {
     QFETCH(const QString, file);
     const ScratchHome home;
-    BoardFile::write(home.path(u"lista.vtrz"_s), "[]");
+    writeFile(home.path(u"lista.vtrz"_s), "[]");
     ShownBoard board;
     openFirst(board, home);
     const auto *const note = board.only<StickyNoteItem>();
@@ -248,7 +249,7 @@ void TestOpeningBoards::aRefusedFileLeavesTheFlagAsItWas()
 {
     QFETCH(const QString, file);
     const ScratchHome home;
-    BoardFile::write(home.path(u"lista.vtrz"_s), "[]");
+    writeFile(home.path(u"lista.vtrz"_s), "[]");
     ShownBoard board;
     openFirst(board, home);
     board.window.setUnsaved(true);

@@ -1,14 +1,14 @@
+// Entering the presentation of a board on the full screen.
+
 #include "items/freedrawitem.h"
+#include "tests/board/presentation.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/presentation.h"
 
 #include <QAbstractItemView>
 #include <QElapsedTimer>
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
-
-// Entering the presentation of a board on the full screen.
 
 class TestPresentation : public QObject
 {
@@ -26,6 +26,7 @@ private slots:
     void theWholeBoardIsVisible();
     void theComboKeepsItsChoice();
     void theReminderStandsAtItsPlace();
+    void theReminderIsThereAtOnce();
     void toolsWorkWhilePresenting();
 
     void theReminderLastsElevenSecondsFromTheFirstEntry();
@@ -162,6 +163,19 @@ void TestPresentation::theReminderStandsAtItsPlace()
 
     QVERIFY(reminds(board));
     QCOMPARE(board.find<QWidget>("AdviseFS")->geometry(), QRect(290, 10, 480, 35));
+}
+
+void TestPresentation::theReminderIsThereAtOnce()
+{
+    ShownBoard board;
+
+    enterPresentation(board);
+
+    // The fade-in has just begun and shows nothing of itself.
+    const auto *const reminder = board.find<QWidget>("AdviseFS");
+    QVERIFY(reminds(board));
+    QCOMPARE(reminder->windowOpacity(), 1.0);
+    QVERIFY(!reminder->graphicsEffect());
 }
 
 void TestPresentation::toolsWorkWhilePresenting()

@@ -1,28 +1,28 @@
+// What undo brings back of each kind of item, and what it loses on purpose.
+
 #include "items/arrowlineitem.h"
 #include "items/freedrawitem.h"
 #include "items/resizablepixmapitem.h"
 #include "items/stickynoteitem.h"
-#include "tests/support/boardfiles.h"
+#include "tests/board/shownboard.h"
+#include "tests/support/files/boardfiles.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/scratchhome.h"
-#include "tests/support/shownboard.h"
+#include "tests/support/system/scratchhome.h"
 
 #include <QPen>
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
 
-// What undo brings back of each kind of item, and what it loses on purpose.
-
 namespace {
 
 /// Records the board as it is, then another state, and goes back to the first.
 void undoAStep(ShownBoard &board)
 {
-    board.settle();
+    board.processEvents();
     board.window.captureSnapshot();
     board.scene.addItem(new ArrowLineItem({900, 550}, {950, 600}));
-    board.settle();
+    board.processEvents();
     board.click("ModoDeshacer");
 }
 
@@ -120,10 +120,10 @@ void TestRestoredItems::anArrowKeepsLineAndPlaceAndLosesColourAndWidth()
     arrow->setColor(Qt::red);
     arrow->setWidth(9);
     board.scene.addItem(arrow);
-    board.settle();
+    board.processEvents();
     board.window.captureSnapshot();
     board.scene.clear();
-    board.settle();
+    board.processEvents();
 
     board.click("ModoDeshacer");
 
@@ -214,10 +214,10 @@ void TestRestoredItems::openedItemsComeBackAtTheHeightsOfDrawnOnes()
                                                        BoardFile::arrow(300, 100, 400, 200)}));
     QCOMPARE(board.only<FreeDrawItem>()->zValue(), 2.0);
     QCOMPARE(board.only<ArrowLineItem>()->zValue(), 3.0);
-    board.settle();
+    board.processEvents();
     board.window.captureSnapshot();
     board.scene.clear();
-    board.settle();
+    board.processEvents();
 
     board.click("ModoDeshacer");
 

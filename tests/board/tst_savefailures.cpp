@@ -1,19 +1,20 @@
+// Saving and opening when the disk or the permissions are against it.
+
 #include "items/freedrawitem.h"
 #include "items/stickynoteitem.h"
-#include "tests/support/boardfiles.h"
-#include "tests/support/filedialoganswer.h"
-#include "tests/support/limits.h"
+#include "tests/board/shownboard.h"
+#include "tests/support/dialogs/filedialoganswer.h"
+#include "tests/support/dialogs/messagebox.h"
+#include "tests/support/files/boardfiles.h"
+#include "tests/support/files/files.h"
+#include "tests/support/look/markingtranslator.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/markingtranslator.h"
-#include "tests/support/messagebox.h"
-#include "tests/support/scratchhome.h"
-#include "tests/support/shownboard.h"
+#include "tests/support/system/limits.h"
+#include "tests/support/system/scratchhome.h"
 
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
-
-// Saving and opening when the disk or the permissions are against it.
 
 namespace {
 
@@ -160,14 +161,14 @@ void TestSaveFailures::aFileThatMayNotBeWrittenIsReportedAndUntouched()
     const QString path = folder.path(u"plan.vtrz"_s);
     ShownBoard board;
     open(board, path);
-    const QByteArray before = BoardFile::bytes(path);
+    const QByteArray before = readFile(path);
     board.scene.addItem(new StickyNoteItem);
     board.window.setUnsaved(true);
 
     const UnwritableFile unwritable(path);
     QCOMPARE(warningOfSave(board), cannotOpen);
 
-    QCOMPARE(BoardFile::bytes(path), before);
+    QCOMPARE(readFile(path), before);
     QCOMPARE(nameAnew(board), u"plan.vtrz* (Sin guardar)"_s);
 }
 
@@ -199,7 +200,7 @@ void TestSaveFailures::aNewNameThatCannotBeWrittenIsNotAdopted()
 void TestSaveFailures::aFileThatMayNotBeReadIsReported()
 {
     const ReachableFolder folder;
-    const QString path = BoardFile::write(folder.path(u"plan.vtrz"_s), "{}");
+    const QString path = writeFile(folder.path(u"plan.vtrz"_s), "{}");
     ShownBoard board;
     board.scene.addItem(new StickyNoteItem);
     const BoxAnswer warning(u"OK"_s);
@@ -304,7 +305,7 @@ void TestSaveFailures::aNewBoardThatFailsToBeSavedStaysUnsaved()
         QVERIFY(warning.seen());
     }
 
-    // A board without a file does not show the flag; an empty one tells it when it is closed.
+    // A board without a file does not show the flag; an empty one asks when it is closed.
     const BoxAnswer question(u"Cancelar"_s);
     board.window.closeBoard();
     QVERIFY(question.seen());
@@ -324,7 +325,7 @@ void TestSaveFailures::aFailedWriteLeavesAnEmptyFile()
     }
 
     QVERIFY(QFile::exists(path));
-    QCOMPARE(BoardFile::bytes(path), QByteArray());
+    QCOMPARE(readFile(path), QByteArray());
     QCOMPARE(nameAnew(board), u"plan.vtrz* (Sin guardar)"_s);
 }
 
@@ -347,13 +348,13 @@ void TestSaveFailures::aWriteThatStopsHalfwayCountsAsSaved()
     board.window.setUnsaved(true);
     const BoxAnswer warning({});
 
-    // Some bytes are enough for a success; this is wanted.
+    // Some bytes are enough for a success.
     {
         const FileSizeLimit limit(room);
         board.window.saveBoard();
     }
 
-    QCOMPARE(BoardFile::bytes(path).size(), room);
+    QCOMPARE(readFile(path).size(), room);
     QVERIFY(!warning.seen());
     QCOMPARE(nameAnew(board), u"plan.vtrz"_s);
 }

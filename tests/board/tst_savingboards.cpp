@@ -1,13 +1,16 @@
+// Saving a board: under a name that the person gives, or to the file that the board has.
+
 #include "items/arrowlineitem.h"
 #include "items/freedrawitem.h"
 #include "items/stickynoteitem.h"
-#include "tests/support/boardfiles.h"
-#include "tests/support/filedialoganswer.h"
+#include "tests/board/shownboard.h"
+#include "tests/support/dialogs/filedialoganswer.h"
+#include "tests/support/dialogs/messagebox.h"
+#include "tests/support/files/boardfiles.h"
+#include "tests/support/files/files.h"
+#include "tests/support/look/markingtranslator.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/markingtranslator.h"
-#include "tests/support/messagebox.h"
-#include "tests/support/scratchhome.h"
-#include "tests/support/shownboard.h"
+#include "tests/support/system/scratchhome.h"
 
 #include <QTest>
 
@@ -15,11 +18,9 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-// Saving a board: under a name that the person gives, or to the file that the board has.
-
 namespace {
 
-const QByteArray emptyBoard = "{\n    \"items\": [\n    ]\n}\n";
+const QByteArray emptyDocument = "{\n    \"items\": [\n    ]\n}\n";
 
 void addNote(ShownBoard &board, const QString &text)
 {
@@ -111,7 +112,7 @@ void TestSavingBoards::theNameGetsTheExtension()
 void TestSavingBoards::theCompletedNameIsOverwrittenWithoutAQuestion()
 {
     const ScratchHome home;
-    const QString path = BoardFile::write(home.path(u"plan.vtrz"_s), "otra cosa");
+    const QString path = writeFile(home.path(u"plan.vtrz"_s), "otra cosa");
     ShownBoard board;
     const FileDialogAnswer answer(u"plan"_s);
     const BoxAnswer question({});
@@ -120,13 +121,13 @@ void TestSavingBoards::theCompletedNameIsOverwrittenWithoutAQuestion()
 
     QVERIFY(answer.seen());
     QVERIFY(!question.seen());
-    QCOMPARE(BoardFile::bytes(path), emptyBoard);
+    QCOMPARE(readFile(path), emptyDocument);
 }
 
 void TestSavingBoards::theNameAsTypedIsOverwrittenAfterTheDialogsQuestion()
 {
     const ScratchHome home;
-    const QString path = BoardFile::write(home.path(u"plan.vtrz"_s), "otra cosa");
+    const QString path = writeFile(home.path(u"plan.vtrz"_s), "otra cosa");
     ShownBoard board;
     const FileDialogAnswer answer(u"plan.vtrz"_s);
     const ModalAnswer<QMessageBox> question(
@@ -135,14 +136,14 @@ void TestSavingBoards::theNameAsTypedIsOverwrittenAfterTheDialogsQuestion()
     board.click("GuardarComo");
 
     QVERIFY(question.seen());
-    QCOMPARE(BoardFile::bytes(path), emptyBoard);
+    QCOMPARE(readFile(path), emptyDocument);
 }
 
 void TestSavingBoards::cancellingTheDialogChangesNothing()
 {
     const ScratchHome home;
     ShownBoard board;
-    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s), "{}"));
+    board.window.loadBoard(writeFile(home.path(u"plan.vtrz"_s), "{}"));
     board.window.setUnsaved(true);
     const FileDialogAnswer answer({});
 
@@ -151,7 +152,7 @@ void TestSavingBoards::cancellingTheDialogChangesNothing()
     QVERIFY(answer.seen());
     board.window.updateTitleLabel();
     QCOMPARE(board.name(), u"plan.vtrz* (Sin guardar)"_s);
-    QCOMPARE(BoardFile::bytes(home.path(u"plan.vtrz"_s)), QByteArray("{}"));
+    QCOMPARE(readFile(home.path(u"plan.vtrz"_s)), QByteArray("{}"));
     QCOMPARE(QDir(home.path()).entryList(QDir::Files).size(), 1);
 }
 
@@ -164,11 +165,11 @@ void TestSavingBoards::aSavedBoardShowsItsFileNameWithoutAMark()
     const FileDialogAnswer answer(u"plan"_s);
 
     board.click("GuardarComo");
-    board.settle();
+    board.processEvents();
 
     QVERIFY(answer.seen());
     QCOMPARE(board.name(), u"plan.vtrz"_s);
-    // Nothing but the label's next update tells what the flag has become.
+    // Only the label's next update shows the flag.
     board.window.updateTitleLabel();
     QCOMPARE(board.name(), u"plan.vtrz"_s);
     board.window.setUnsaved(true);
@@ -179,7 +180,7 @@ void TestSavingBoards::theButtonAsksEvenWhenTheBoardHasAFile()
 {
     const ScratchHome home;
     ShownBoard board;
-    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s), "{}"));
+    board.window.loadBoard(writeFile(home.path(u"plan.vtrz"_s), "{}"));
     const FileDialogAnswer answer({});
 
     board.click("GuardarComo");
@@ -191,7 +192,7 @@ void TestSavingBoards::anotherNameBindsTheBoardToIt()
 {
     const ScratchHome home;
     ShownBoard board;
-    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s), "{}"));
+    board.window.loadBoard(writeFile(home.path(u"plan.vtrz"_s), "{}"));
     const FileDialogAnswer answer(u"otro"_s);
     board.click("GuardarComo");
     QVERIFY(answer.seen());
@@ -201,7 +202,7 @@ void TestSavingBoards::anotherNameBindsTheBoardToIt()
     board.window.saveBoard();
 
     QCOMPARE(BoardFile::items(home.path(u"otro.vtrz"_s)).size(), 1);
-    QCOMPARE(BoardFile::bytes(home.path(u"plan.vtrz"_s)), QByteArray("{}"));
+    QCOMPARE(readFile(home.path(u"plan.vtrz"_s)), QByteArray("{}"));
 }
 
 void TestSavingBoards::savingANewBoardAsks()
@@ -239,7 +240,7 @@ void TestSavingBoards::savingABoardWithAFileWritesItWithoutADialog()
 {
     const ScratchHome home;
     ShownBoard board;
-    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s), "{}"));
+    board.window.loadBoard(writeFile(home.path(u"plan.vtrz"_s), "{}"));
     addNote(board, u"Idea"_s);
     board.window.setUnsaved(true);
     const FileDialogAnswer answer({});
@@ -256,26 +257,26 @@ void TestSavingBoards::savingABoardWithAFileWritesItWithoutADialog()
 void TestSavingBoards::savingWritesEvenWithoutChanges()
 {
     const ScratchHome home;
-    const QString path = BoardFile::write(home.path(u"plan.vtrz"_s), "{}");
+    const QString path = writeFile(home.path(u"plan.vtrz"_s), "{}");
     ShownBoard board;
     board.window.loadBoard(path);
 
     board.window.saveBoard();
 
-    QCOMPARE(BoardFile::bytes(path), emptyBoard);
+    QCOMPARE(readFile(path), emptyDocument);
 }
 
 void TestSavingBoards::savingKeepsAnyFileName()
 {
     const ScratchHome home;
-    const QString path = BoardFile::write(home.path(u"plan.txt"_s), "{}");
+    const QString path = writeFile(home.path(u"plan.txt"_s), "{}");
     ShownBoard board;
     board.window.loadBoard(path);
 
     board.window.saveBoard();
 
     QCOMPARE(QDir(home.path()).entryList(QDir::Files), QStringList{u"plan.txt"_s});
-    QCOMPARE(BoardFile::bytes(path), emptyBoard);
+    QCOMPARE(readFile(path), emptyDocument);
     QCOMPARE(board.name(), u"plan.txt"_s);
 }
 
@@ -287,7 +288,7 @@ void TestSavingBoards::anEmptyBoardIsADocumentWithoutItems()
 
     board.click("GuardarComo");
 
-    QCOMPARE(BoardFile::bytes(home.path(u"plan.vtrz"_s)), emptyBoard);
+    QCOMPARE(readFile(home.path(u"plan.vtrz"_s)), emptyDocument);
 }
 
 void TestSavingBoards::theFileHoldsTheBoard()
@@ -300,7 +301,7 @@ void TestSavingBoards::theFileHoldsTheBoard()
 
     board.click("GuardarComo");
 
-    QCOMPARE(BoardFile::bytes(home.path(u"plan.vtrz"_s)), QByteArray(R"({
+    QCOMPARE(readFile(home.path(u"plan.vtrz"_s)), QByteArray(R"({
     "items": [
         {
             "color": "#000000",
@@ -332,7 +333,7 @@ void TestSavingBoards::theFileIsPlainUtf8WithSingleLineFeeds()
 
     board.click("GuardarComo");
 
-    const QByteArray bytes = BoardFile::bytes(home.path(u"plan.vtrz"_s));
+    const QByteArray bytes = readFile(home.path(u"plan.vtrz"_s));
     QVERIFY(bytes.contains(R"("text": "Café\nñandú 🟡")"));
     QVERIFY(!bytes.contains('\r'));
     QVERIFY(bytes.startsWith("{\n    \"items\": [\n"));
@@ -350,14 +351,14 @@ void TestSavingBoards::aShorterBoardLeavesNothingOfALongerOne()
 
     board.window.saveBoard();
 
-    QCOMPARE(BoardFile::bytes(path), emptyBoard);
+    QCOMPARE(readFile(path), emptyDocument);
 }
 
 void TestSavingBoards::noOtherFileIsLeftBehind()
 {
     const ScratchHome home;
     ShownBoard board;
-    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s), "{}"));
+    board.window.loadBoard(writeFile(home.path(u"plan.vtrz"_s), "{}"));
 
     board.window.saveBoard();
 

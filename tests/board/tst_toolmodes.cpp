@@ -1,10 +1,12 @@
+// The six tool modes: how each looks, and which events of the canvas they leave alone.
+
 #include "items/arrowlineitem.h"
 #include "items/resizablepixmapitem.h"
 #include "items/stickynoteitem.h"
-#include "tests/support/filedialoganswer.h"
+#include "tests/board/shownboard.h"
+#include "tests/support/dialogs/filedialoganswer.h"
+#include "tests/support/items/strokes.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/shownboard.h"
-#include "tests/support/strokes.h"
 
 #include <QAbstractButton>
 #include <QMouseEvent>
@@ -13,8 +15,6 @@
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
-
-// The six tool modes: how each looks, and which events of the canvas they leave alone.
 
 namespace {
 

@@ -1,18 +1,19 @@
+// The undo history of a board: what is recorded and how far back and forth it goes.
+
 #include "items/arrowlineitem.h"
 #include "items/freedrawitem.h"
 #include "items/resizablepixmapitem.h"
 #include "items/stickynoteitem.h"
-#include "tests/support/boardfiles.h"
+#include "tests/board/shownboard.h"
+#include "tests/support/files/boardfiles.h"
+#include "tests/support/main/datarows.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/scratchhome.h"
-#include "tests/support/shownboard.h"
+#include "tests/support/system/scratchhome.h"
 
 #include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
-
-// The undo history of a board: what is recorded and how far back and forth it goes.
 
 namespace {
 
@@ -27,23 +28,23 @@ public:
         auto *const note = new StickyNoteItem;
         note->setPos(pos);
         scene.addItem(note);
-        settle();
+        processEvents();
         return note;
     }
     void addArrow(const QLineF &line)
     {
         scene.addItem(new ArrowLineItem(line.p1(), line.p2()));
-        settle();
+        processEvents();
     }
     void undo()
     {
         click("ModoDeshacer");
-        settle();
+        processEvents();
     }
     void redo()
     {
         click("ModoRehacer");
-        settle();
+        processEvents();
     }
 
     /// Where the notes lie, topmost first.
@@ -63,7 +64,7 @@ void walkNote(FreshBoard &board, int steps)
     auto *const note = board.addNote({0, 100});
     for (int step = 1; step < steps; ++step) {
         note->setPos(step * 100, 100);
-        board.settle();
+        board.processEvents();
     }
 }
 
@@ -118,7 +119,7 @@ void TestUndoRedo::withNothingUndoneRedoDoesNothing()
     FreshBoard board;
     board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s),
                                             QJsonArray{BoardFile::arrow(100, 100, 200, 200)}));
-    board.settle();
+    board.processEvents();
     const auto *const arrow = board.only<ArrowLineItem>();
 
     board.redo();
@@ -188,7 +189,7 @@ void TestUndoRedo::aDistinctChangeEndsTheRedoHistory()
     board.undo();
 
     board.only<StickyNoteItem>()->setPos(600, 300);
-    board.settle();
+    board.processEvents();
     board.redo();
 
     QVERIFY(board.all<ArrowLineItem>().isEmpty());
@@ -198,18 +199,18 @@ void TestUndoRedo::aDistinctChangeEndsTheRedoHistory()
 void TestUndoRedo::anEqualStateKeepsTheRedoHistory_data()
 {
     QTest::addColumn<Change>("change");
-    const auto row = [](const char *name, Change change) { QTest::newRow(name) << change; };
-    row("a repaint", [](FreshBoard &board) { board.scene.update(); });
-    row("a selection", [](FreshBoard &board) { board.only<StickyNoteItem>()->setSelected(true); });
-    row("another text",
-        [](FreshBoard &board) { board.only<StickyNoteItem>()->setText(u"Hola"_s); });
-    row("a text being edited", [](FreshBoard &board) {
+    addRow<Change>("a repaint", [](FreshBoard &board) { board.scene.update(); });
+    addRow<Change>("a selection",
+                   [](FreshBoard &board) { board.only<StickyNoteItem>()->setSelected(true); });
+    addRow<Change>("another text",
+                   [](FreshBoard &board) { board.only<StickyNoteItem>()->setText(u"Hola"_s); });
+    addRow<Change>("a text being edited", [](FreshBoard &board) {
         board.window.activateWindow();
         board.pointer.click({600, 320});
         board.type("Hola");
         QVERIFY(board.only<StickyNoteItem>()->getText().contains(u"Hola"));
     });
-    row("a move within the tolerance", [](FreshBoard &board) {
+    addRow<Change>("a move within the tolerance", [](FreshBoard &board) {
         board.only<StickyNoteItem>()->moveBy(2e-10, 0);
         board.scene.update();
     });
@@ -225,7 +226,7 @@ void TestUndoRedo::anEqualStateKeepsTheRedoHistory()
     const QSignalSpy changes(&board.scene, &QGraphicsScene::changed);
 
     change(board);
-    board.settle();
+    board.processEvents();
     QVERIFY(!changes.isEmpty());
 
     board.redo();
@@ -237,10 +238,10 @@ void TestUndoRedo::aStrokesWidthIsNotRecorded()
     FreshBoard board;
     board.click("ModoLapiz");
     board.quickDrag({500, 300}, {600, 400});
-    board.settle();
+    board.processEvents();
 
     board.only<FreeDrawItem>()->setWidth(9);
-    board.settle();
+    board.processEvents();
     board.undo();
 
     QCOMPARE(board.count(), 0);
@@ -252,7 +253,7 @@ void TestUndoRedo::aMoveBeyondTheToleranceIsRecorded()
     auto *const note = board.addNote({500, 300});
 
     note->setPos(500 + 1e-9, 300);
-    board.settle();
+    board.processEvents();
     board.undo();
 
     QVERIFY(board.only<StickyNoteItem>());
@@ -318,7 +319,7 @@ void TestUndoRedo::undoAndRedoMarkABoardThatEqualsItsFile()
 {
     const ScratchHome home;
     FreshBoard board;
-    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s), QJsonArray{}));
+    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s)));
     board.addArrow({100, 100, 200, 200});
     QVERIFY(!board.marked());
 
@@ -342,8 +343,8 @@ void TestUndoRedo::recordingMarksNothing()
 {
     const ScratchHome home;
     FreshBoard board;
-    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s), QJsonArray{}));
-    board.settle();
+    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s)));
+    board.processEvents();
 
     board.addArrow({100, 100, 200, 200});
     board.window.captureSnapshot();
@@ -359,9 +360,9 @@ void TestUndoRedo::changesOfRestoredItemsMarkNothing()
     FreshBoard board;
     QPixmap pixmap(40, 40);
     pixmap.fill(Qt::green);
-    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s), QJsonArray{}));
+    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s)));
     board.scene.addItem(new ResizablePixmapItem(pixmap));
-    board.settle();
+    board.processEvents();
     board.addArrow({100, 100, 200, 200});
     board.undo();
     board.window.setUnsaved(false);
@@ -369,7 +370,7 @@ void TestUndoRedo::changesOfRestoredItemsMarkNothing()
     const QSignalSpy modified(image, &ResizablePixmapItem::itemModified);
 
     image->setPos(500, 300);
-    board.settle();
+    board.processEvents();
 
     QCOMPARE(modified.size(), 1);
     QCOMPARE(board.name(), u"plan.vtrz"_s);
@@ -380,8 +381,8 @@ void TestUndoRedo::theHistorySurvivesOpeningABoard()
     const ScratchHome home;
     FreshBoard board;
     board.addNote({500, 300});
-    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s), QJsonArray{}));
-    board.settle();
+    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s)));
+    board.processEvents();
     QCOMPARE(board.count(), 0);
 
     board.undo();

@@ -1,13 +1,16 @@
+// The mark of unsaved changes after the board's name: what sets it, and what does not.
+
 #include "items/arrowlineitem.h"
 #include "items/freedrawitem.h"
 #include "items/resizablepixmapitem.h"
 #include "items/stickynoteitem.h"
-#include "tests/support/boardfiles.h"
-#include "tests/support/filedialoganswer.h"
+#include "tests/board/shownboard.h"
+#include "tests/support/dialogs/filedialoganswer.h"
+#include "tests/support/dialogs/messagebox.h"
+#include "tests/support/files/boardfiles.h"
+#include "tests/support/main/datarows.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/messagebox.h"
-#include "tests/support/scratchhome.h"
-#include "tests/support/shownboard.h"
+#include "tests/support/system/scratchhome.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -15,8 +18,6 @@
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
-
-// The mark of unsaved changes after the board's name: what sets it, and what does not.
 
 using Drawing = void (*)(ShownBoard &board);
 
@@ -34,6 +35,7 @@ private slots:
     void aChangedLoadedItemMarksTheBoard();
     void aChangedItemOfTheCanvasMarksNothing_data();
     void aChangedItemOfTheCanvasMarksNothing();
+    void drawingOnAnOpenedBoardMarksNothing();
     void aCancelledSaveLeavesANewBoardUnsaved();
 };
 
@@ -85,7 +87,7 @@ void TestUnsavedMarker::theMarkerFollowsTheNameWithoutASpace()
 {
     const ScratchHome home;
     ShownBoard board;
-    board.window.loadBoard(BoardFile::write(home.path(u"mi plan.2.vtrz"_s), QJsonArray{}));
+    board.window.loadBoard(BoardFile::write(home.path(u"mi plan.2.vtrz"_s)));
 
     board.window.setUnsaved(true);
 
@@ -96,7 +98,7 @@ void TestUnsavedMarker::settingTheFlagShowsIt()
 {
     const ScratchHome home;
     ShownBoard board;
-    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s), QJsonArray{}));
+    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s)));
 
     board.window.setUnsaved(true);
     QVERIFY(board.marked());
@@ -138,20 +140,19 @@ void TestUnsavedMarker::aChangedLoadedItemMarksTheBoard()
 void TestUnsavedMarker::aChangedItemOfTheCanvasMarksNothing_data()
 {
     QTest::addColumn<Drawing>("draw");
-    const auto row = [](const char *name, Drawing draw) { QTest::newRow(name) << draw; };
-    row("a drawn stroke", [](ShownBoard &board) {
+    addRow<Drawing>("a drawn stroke", [](ShownBoard &board) {
         board.click("ModoLapiz");
         board.pointer.drag({{500, 300}, {600, 400}});
     });
-    row("a placed note", [](ShownBoard &board) {
+    addRow<Drawing>("a placed note", [](ShownBoard &board) {
         board.click("ModoPostIt");
         board.pointer.click({500, 300});
     });
-    row("a drawn arrow", [](ShownBoard &board) {
+    addRow<Drawing>("a drawn arrow", [](ShownBoard &board) {
         board.click("ModoLinea");
         board.pointer.drag({{500, 300}, {600, 400}});
     });
-    row("an inserted image", [](ShownBoard &board) {
+    addRow<Drawing>("an inserted image", [](ShownBoard &board) {
         const FileDialogAnswer picture(u":/img/plumdoc.png"_s);
         board.click("ModoImagen");
     });
@@ -162,19 +163,37 @@ void TestUnsavedMarker::aChangedItemOfTheCanvasMarksNothing()
     QFETCH(const Drawing, draw);
     const ScratchHome home;
     ShownBoard board;
-    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s), QJsonArray{}));
+    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s)));
     draw(board);
-    board.settle();
+    board.processEvents();
     QCOMPARE(board.count(), 1);
     // Whatever marked the board until now.
     board.window.setUnsaved(false);
 
-    // Only the items of an opened file tell the board of their changes; this is wanted.
+    // Only the items of an opened file report their changes to the board.
     auto *const item = dynamic_cast<QObject *>(board.scene.items(Qt::AscendingOrder).constFirst());
     QVERIFY(QMetaObject::invokeMethod(item, "itemModified"));
-    board.settle();
+    board.processEvents();
 
     board.window.updateTitleLabel();
+    QCOMPARE(board.name(), u"plan.vtrz"_s);
+}
+
+void TestUnsavedMarker::drawingOnAnOpenedBoardMarksNothing()
+{
+    const ScratchHome home;
+    ShownBoard board;
+    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s)));
+
+    board.click("ModoLapiz");
+    board.pointer.drag({{500, 300}, {550, 350}, {600, 300}});
+    board.click("ModoLinea");
+    board.pointer.drag({{500, 500}, {600, 550}});
+    board.click("ModoPostIt");
+    board.pointer.click({900, 200});
+    board.processEvents();
+
+    QCOMPARE(board.count(), 3);
     QCOMPARE(board.name(), u"plan.vtrz"_s);
 }
 
@@ -188,7 +207,7 @@ void TestUnsavedMarker::aCancelledSaveLeavesANewBoardUnsaved()
     board.window.saveBoard();
 
     QVERIFY(dialog.seen());
-    // A board without a file does not show the flag; an empty one tells it when it is closed.
+    // A board without a file does not show the flag; an empty one asks when it is closed.
     const BoxAnswer question(u"Cancelar"_s);
     board.window.closeBoard();
     QVERIFY(question.seen());

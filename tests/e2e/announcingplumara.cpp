@@ -2,7 +2,7 @@
 // tour, which shows the update advisor and what its buttons do.
 
 #include "home/mainwindow.h"
-#include "tests/home/updateserver.h"
+#include "tests/support/home/updateserver.h"
 
 #include <QApplication>
 

@@ -1,5 +1,7 @@
+// What the screen really shows of arrows, whose heads reach outside their bounding rectangles.
+
 #include "board/boardwindow.h"
-#include "tests/support/boardpointer.h"
+#include "tests/support/items/boardpointer.h"
 
 #include <QGraphicsLineItem>
 #include <QPushButton>
@@ -9,7 +11,6 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-// What the screen really shows of arrows, whose heads reach outside their bounding rectangles.
 class TestArrowHeads : public QObject
 {
     Q_OBJECT

@@ -1,3 +1,5 @@
+// A presentation under a real window manager, on whatever screen the test is run.
+
 #include "board/boardwindow.h"
 
 #include <QComboBox>
@@ -12,7 +14,6 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-// A presentation under a real window manager, on whatever screen the test is run.
 class TestFullScreen : public QObject
 {
     Q_OBJECT

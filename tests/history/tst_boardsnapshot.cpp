@@ -1,9 +1,12 @@
+// What a snapshot of a board holds, and the items that it restores.
+
 #include "history/boardsnapshot.h"
 
 #include "items/arrowlineitem.h"
 #include "items/freedrawitem.h"
 #include "items/stickynoteitem.h"
-#include "tests/support/imageoncanvas.h"
+#include "tests/support/items/imageoncanvas.h"
+#include "tests/support/items/roundpen.h"
 #include "tests/support/main/registeredtest.h"
 
 #include <QGraphicsScene>
@@ -186,8 +189,7 @@ void TestBoardSnapshot::aRestoredStrokeHasTheDefaultWidth()
     QVERIFY(stroke);
     QCOMPARE(stroke->path(), zigzag());
     QCOMPARE(stroke->pos(), QPointF(12, 34.5));
-    QCOMPARE(stroke->QGraphicsPathItem::pen(),
-             QPen(QBrush(QColor(1, 2, 3, 4)), 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    QCOMPARE(stroke->QGraphicsPathItem::pen(), roundPen(QColor(1, 2, 3, 4), 2));
     QCOMPARE(stroke->zValue(), 1.0);
 }
 
@@ -216,8 +218,7 @@ void TestBoardSnapshot::aRestoredArrowIsBlackAndThin()
     QVERIFY(arrow);
     QCOMPARE(arrow->line(), QLineF(1, 2, 3.5, -4));
     QCOMPARE(arrow->pos(), QPointF(12, 34.5));
-    QCOMPARE(arrow->QGraphicsLineItem::pen(),
-             QPen(QBrush(Qt::black), 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    QCOMPARE(arrow->QGraphicsLineItem::pen(), roundPen(Qt::black, 2));
     QCOMPARE(arrow->zValue(), 2.0);
 }
 

@@ -1,3 +1,4 @@
+// What the tabs of the help page hold, row by row.
 #pragma once
 
 /// What a help tab holds. \c texts and \c previews end with a null pointer.

@@ -1,6 +1,7 @@
+// The check boxes of the settings page, and their states.
 #pragma once
 
-#include "tests/home/homewindow.h"
+#include "tests/support/home/homewindow.h"
 
 #include <QCheckBox>
 

@@ -1,6 +1,7 @@
+// A folder from which nothing can be deleted.
 #pragma once
 
-#include "tests/support/limits.h"
+#include "tests/support/system/limits.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,7 @@
+// Watches the progress of deleting everything.
 #pragma once
+
+#include "tests/support/dialogs/poll.h"
 
 #include <QDialog>
 #include <QElapsedTimer>
@@ -20,14 +23,16 @@ public:
         qint64 time; // ms since the dialog was seen
         bool folderExists;
     };
+    /// How fast the steps follow one another: as the program has it, or at once, for tests that are
+    /// not about the time.
+    enum Pace { OwnPace, Hurried };
 
-    ProgressWatch(QWidget &home, QString dataPath)
+    ProgressWatch(QWidget &home, QString dataPath, Pace pace = Hurried)
         : window(home)
         , folder(std::move(dataPath))
-    {
-        QObject::connect(&timer, &QTimer::timeout, &timer, [this] { look(); });
-        timer.start(1);
-    }
+        , hurried(pace == Hurried)
+        , poll([this](Poll &) { watch(); })
+    { }
 
     QPointer<QDialog> dialog;
     const QWidget *identity = nullptr; // of the dialog, also when it is gone; to compare with only
@@ -40,29 +45,43 @@ public:
     QList<Step> steps;
 
 private:
-    void look()
+    void watch()
     {
         auto *const bar = window.findChild<QProgressBar *>();
         if (!bar || !bar->isVisible())
             return;
-        timer.stop();
+        if (!seen)
+            describe(*bar);
+        // The dialog is shown a little before its steps begin.
+        auto *const beat = dialog->findChild<QTimer *>({}, Qt::FindDirectChildrenOnly);
+        if (!beat || !beat->isActive())
+            return;
+        poll.stop();
+        interval = beat->interval();
+        if (hurried)
+            beat->setInterval(hurriedInterval);
+    }
+
+    void describe(QProgressBar &bar)
+    {
         clock.start();
         seen = true;
-        dialog = qobject_cast<QDialog *>(bar->window());
+        dialog = qobject_cast<QDialog *>(bar.window());
         identity = dialog;
         title = dialog->windowTitle();
         layout = QString::fromLatin1(dialog->layout()->metaObject()->className());
-        range = {bar->minimum(), bar->maximum(), bar->value()};
+        range = {bar.minimum(), bar.maximum(), bar.value()};
         modal = dialog->isModal() && dialog->parentWidget() == &window;
-        QObject::connect(bar, &QProgressBar::valueChanged, bar, [this](int value) {
-            if (auto *const beat = dialog->findChild<QTimer *>({}, Qt::FindDirectChildrenOnly))
-                interval = beat->interval();
+        QObject::connect(&bar, &QProgressBar::valueChanged, &bar, [this](int value) {
             steps << Step{value, clock.elapsed(), QFileInfo::exists(folder)};
         });
     }
 
+    static constexpr int hurriedInterval = 10; // ms
+
     QWidget &window;
     QString folder;
-    QTimer timer;
+    bool hurried;
     QElapsedTimer clock;
+    Poll poll;
 };

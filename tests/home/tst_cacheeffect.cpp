@@ -1,4 +1,7 @@
-#include "tests/home/homewindow.h"
+// The effect that stands for clearing the cache.
+
+#include "tests/support/files/boardfiles.h"
+#include "tests/support/home/homewindow.h"
 #include "tests/support/main/registeredtest.h"
 
 #include <QElapsedTimer>
@@ -130,8 +133,7 @@ void TestCacheEffect::theCacheButtonWorksOnce()
 
 void TestCacheEffect::clearingTheCacheTouchesNoFile()
 {
-    const QString board = home->dataPath() + "/board.vtrz"_L1;
-    QVERIFY(QFile(board).open(QIODevice::WriteOnly));
+    const QString board = BoardFile::write(home->dataPath() + "/board.vtrz"_L1);
     home->window.NavSettings();
     home->click(u"ClearCacheBtn"_s);
     effect()->pause();

@@ -1,8 +1,10 @@
-#include "tests/home/boxsequence.h"
-#include "tests/home/homewindow.h"
+// Rebuilding the data folder, and deleting all that it holds.
+
 #include "tests/home/lockedfolder.h"
 #include "tests/home/progresswatch.h"
-#include "tests/home/writtenfile.h"
+#include "tests/support/dialogs/messagebox.h"
+#include "tests/support/files/files.h"
+#include "tests/support/home/homewindow.h"
 #include "tests/support/main/registeredtest.h"
 
 #include <QAbstractItemModel>
@@ -10,6 +12,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTimer>
 
 #include <optional>
 
@@ -20,8 +23,8 @@ namespace {
 const QString confirmTitle = u"Confirmar eliminación"_s;
 const QString noRootFolder = u"No hubo datos por eliminar, la carpeta raíz no existe."_s;
 
-/// Whether something has that name, be it a link that leads nowhere.
-bool stands(const QString &path)
+/// Whether there is something of that name, be it a link that leads nowhere.
+bool exists(const QString &path)
 {
     return QFileInfo::exists(path) || QFileInfo(path).isSymLink();
 }
@@ -87,7 +90,7 @@ void TestDataFolder::anExistingFolderIsLeftAlone()
     QCOMPARE(boxes[0].icon, QMessageBox::Information);
     QCOMPARE(boxes[0].buttons, QStringList({u"OK"_s}));
     QCOMPARE(boxes[0].parent, &home->window);
-    QVERIFY(stands(inFolder(u"board.vtrz"_s)));
+    QVERIFY(exists(inFolder(u"board.vtrz"_s)));
     QCOMPARE(rebuilt.size(), 0);
 }
 
@@ -123,28 +126,31 @@ void TestDataFolder::aFolderThatCannotBeRebuiltIsReported()
 
 void TestDataFolder::theQuestionIsAskedFirst()
 {
+    // Only recorded here: a comparison that fails would leave the question open for ever.
+    BoxContents said;
     QString yes;
-    QString preset;
-    const ModalAnswer<QMessageBox> answer([&](QMessageBox &box) {
+    QString no;
+    bool presetIsNo = false;
+    const ModalAnswer<QMessageBox> question([&](QMessageBox &box) {
+        said = contentsOf(box);
         yes = box.button(QMessageBox::Yes)->text();
-        preset = box.defaultButton()->text();
-        QCOMPARE(box.button(QMessageBox::No), box.defaultButton());
+        no = box.button(QMessageBox::No)->text();
+        presetIsNo = box.defaultButton() == box.button(QMessageBox::No);
+        box.reject();
     });
-    const auto boxes = boxesOf(u"DeleteAll"_s, {u"Cancelar"_s});
-    QCOMPARE(boxes.size(), 1);
-    QCOMPARE(boxes[0].title, confirmTitle);
-    QCOMPARE(boxes[0].icon, QMessageBox::NoIcon);
-    QCOMPARE(boxes[0].text,
+    home->window.deleteAll();
+    QVERIFY(question.seen());
+    QCOMPARE(said.title, confirmTitle);
+    QCOMPARE(said.icon, QMessageBox::NoIcon);
+    QCOMPARE(said.text,
              u"¿De verdad desea eliminar todos los datos registrados, incluyendo proyectos y la "
              "carpeta raíz?\n\nUna vez los datos sean eliminados, el programa se cerrará en "
              "automático y deberá reiniciarlo manualmente."_s);
-    QCOMPARE(boxes[0].parent, &home->window);
-    QCOMPARE(boxes[0].buttons.size(), 2);
-    QVERIFY(boxes[0].buttons.contains(u"Aceptar"_s));
-    QVERIFY(boxes[0].buttons.contains(u"Cancelar"_s));
-    QVERIFY(answer.seen());
+    QCOMPARE(said.parent, &home->window);
+    QCOMPARE(said.buttons.size(), 2);
     QCOMPARE(yes, u"Aceptar"_s);
-    QCOMPARE(preset, u"Cancelar"_s);
+    QCOMPARE(no, u"Cancelar"_s);
+    QVERIFY(presetIsNo);
 }
 
 void TestDataFolder::withoutConsentNothingIsDeleted_data()
@@ -162,7 +168,7 @@ void TestDataFolder::withoutConsentNothingIsDeleted()
     QCOMPARE(boxesOf(u"DeleteAll"_s, {answer}).size(), 1);
     QCoreApplication::processEvents();
     QVERIFY(!watch.seen);
-    QVERIFY(stands(inFolder(u"board.vtrz"_s)));
+    QVERIFY(exists(inFolder(u"board.vtrz"_s)));
     QVERIFY(home->window.isVisible());
 }
 
@@ -193,7 +199,7 @@ void TestDataFolder::aFileInTheFoldersPlaceIsNoFolder()
 
 void TestDataFolder::theBarShowsTenStepsAndThenTheFolderGoes()
 {
-    const ProgressWatch watch(home->window, home->dataPath());
+    const ProgressWatch watch(home->window, home->dataPath(), ProgressWatch::OwnPace);
     QCOMPARE(boxesOf(u"DeleteAll"_s, {u"Aceptar"_s}).size(), 1);
 
     QVERIFY(watch.seen);
@@ -211,7 +217,7 @@ void TestDataFolder::theBarShowsTenStepsAndThenTheFolderGoes()
         QVERIFY2(watch.steps[i].time > due - 150,
                  qPrintable(u"%1 ms instead of %2"_s.arg(watch.steps[i].time).arg(due)));
     }
-    QVERIFY(!stands(home->dataPath()));
+    QVERIFY(!exists(home->dataPath()));
     QTRY_VERIFY(!watch.dialog);
     QTRY_VERIFY(!home->window.isVisible());
 }
@@ -227,13 +233,14 @@ void TestDataFolder::deletingEndsTheProgramHalfASecondLater()
     });
     QCOMPARE(QApplication::exec(), 0);
     QVERIFY(clock.isValid());
-    QVERIFY2(clock.elapsed() >= 450 && clock.elapsed() < 2000,
+    QVERIFY2(clock.elapsed() >= 450 && clock.elapsed() < 5000,
              qPrintable(u"%1 ms"_s.arg(clock.elapsed())));
     QVERIFY(!home->window.isVisible());
 }
 
 void TestDataFolder::everythingInTheFolderGoes()
 {
+    const ProgressWatch hurried(home->window, home->dataPath());
     writeFile(inFolder(u"board.vtrz"_s));
     writeFile(inFolder(u".hidden"_s));
     writeFile(inFolder(u"a/b/c/deep.txt"_s));
@@ -241,32 +248,34 @@ void TestDataFolder::everythingInTheFolderGoes()
     QFile::setPermissions(inFolder(u"a/protected.txt"_s), QFile::ReadOwner);
     writeFile(home->path(u"Documents/neighbour.txt"_s));
     boxesOf(u"DeleteAll"_s, {u"Aceptar"_s});
-    QVERIFY(!stands(home->dataPath()));
-    QVERIFY(stands(home->path(u"Documents/neighbour.txt"_s)));
+    QVERIFY(!exists(home->dataPath()));
+    QVERIFY(exists(home->path(u"Documents/neighbour.txt"_s)));
 }
 
 void TestDataFolder::linksInTheFolderGoButNotWhatTheyLeadTo()
 {
+    const ProgressWatch hurried(home->window, home->dataPath());
     writeFile(home->path(u"outside/kept.txt"_s));
     QVERIFY(QFile::link(home->path(u"outside"_s), inFolder(u"to folder.lnk"_s)));
     QVERIFY(QFile::link(home->path(u"outside/kept.txt"_s), inFolder(u"to file.lnk"_s)));
     QVERIFY(QFile::link(home->path(u"nowhere"_s), inFolder(u"to nothing.lnk"_s)));
     QVERIFY(QFile::link(home->dataPath(), inFolder(u"to itself.lnk"_s)));
     boxesOf(u"DeleteAll"_s, {u"Aceptar"_s});
-    QVERIFY(!stands(home->dataPath()));
-    QVERIFY(stands(home->path(u"outside/kept.txt"_s)));
+    QVERIFY(!exists(home->dataPath()));
+    QVERIFY(exists(home->path(u"outside/kept.txt"_s)));
 }
 
 // On Windows a shortcut in the folder's place is no folder, and wine cannot make a junction.
 #ifndef Q_OS_WIN
 void TestDataFolder::aLinkInTheFoldersPlaceGoesButNotWhatItLeadsTo()
 {
+    const ProgressWatch hurried(home->window, home->dataPath());
     QVERIFY(QDir(home->dataPath()).removeRecursively());
     writeFile(home->path(u"outside/kept.txt"_s));
     QVERIFY(QFile::link(home->path(u"outside"_s), home->dataPath()));
     QCOMPARE(boxesOf(u"DeleteAll"_s, {u"Aceptar"_s}).size(), 1);
-    QVERIFY(!stands(home->dataPath()));
-    QVERIFY(stands(home->path(u"outside/kept.txt"_s)));
+    QVERIFY(!exists(home->dataPath()));
+    QVERIFY(exists(home->path(u"outside/kept.txt"_s)));
 }
 #endif
 
@@ -286,17 +295,15 @@ void TestDataFolder::aFolderThatCannotBeDeletedIsReportedAndTheProgramGoesOn()
         returned = true;
     });
     // A person goes on with the program and leaves it later.
-    QTimer person;
-    connect(&person, &QTimer::timeout, this, [&] {
+    const Poll person([&](Poll &poll) {
         if (!watch.seen || watch.dialog)
             return;
-        person.stop();
+        poll.stop();
         returnedTooSoon = returned;
         home->click(u"NavHelpBtn"_s);
         shownPage = home->child(u"HelpMenu"_s)->isVisible() ? u"help"_s : QString();
         home->window.close();
     });
-    person.start(1);
 
     QCOMPARE(QApplication::exec(), 0);
     QCOMPARE(sequence.boxes().size(), 2);
@@ -309,7 +316,7 @@ void TestDataFolder::aFolderThatCannotBeDeletedIsReportedAndTheProgramGoesOn()
     QVERIFY(!returnedTooSoon);
     QVERIFY(returned); // closing the window ended that loop, too
     QCOMPARE(shownPage, u"help"_s);
-    QVERIFY(stands(inFolder(u"board.vtrz"_s)));
+    QVERIFY(exists(inFolder(u"board.vtrz"_s)));
 }
 
 void TestDataFolder::afterAFailureItCanBeTriedAgain()
@@ -326,17 +333,15 @@ void TestDataFolder::afterAFailureItCanBeTriedAgain()
     };
     QTimer::singleShot(0, &home->window, deleteAll);
     // A person sees the failure, removes its cause, and tries again while the first try still runs.
-    QTimer person;
-    connect(&person, &QTimer::timeout, this, [&] {
+    const Poll person([&](Poll &poll) {
         if (!watch->seen || watch->dialog)
             return;
-        person.stop();
+        poll.stop();
         locked.reset();
         watch.emplace(home->window, home->dataPath());
         QCOMPARE(returned, 0);
         deleteAll();
     });
-    person.start(1);
     constexpr int stillRunning = 1;
     QTimer::singleShot(15'000, &home->window, [] { QCoreApplication::exit(stillRunning); });
 
@@ -344,18 +349,16 @@ void TestDataFolder::afterAFailureItCanBeTriedAgain()
     QCOMPARE(sequence.boxes().size(), 3);
     QCOMPARE(returned, 2);
     QCOMPARE(watch->steps.size(), 10);
-    QVERIFY(!stands(home->dataPath()));
+    QVERIFY(!exists(home->dataPath()));
 }
 
 void TestDataFolder::aFolderThatVanishesMeanwhileIsDeleted()
 {
     const ProgressWatch watch(home->window, home->dataPath());
-    QTimer other;
-    connect(&other, &QTimer::timeout, this, [&] {
+    const Poll other([&](Poll &) {
         if (watch.steps.size() == 2)
             QDir(home->dataPath()).removeRecursively();
     });
-    other.start(1);
     QCOMPARE(boxesOf(u"DeleteAll"_s, {u"Aceptar"_s}).size(), 1);
     QTRY_VERIFY(!home->window.isVisible());
 }
@@ -363,16 +366,14 @@ void TestDataFolder::aFolderThatVanishesMeanwhileIsDeleted()
 void TestDataFolder::escapeDoesNotSendTheProgressAway()
 {
     const ProgressWatch watch(home->window, home->dataPath());
-    QTimer person;
     bool stayed = false;
-    connect(&person, &QTimer::timeout, this, [&] {
+    const Poll person([&](Poll &poll) {
         if (watch.steps.size() != 2)
             return;
-        person.stop();
+        poll.stop();
         QTest::keyClick(watch.dialog->windowHandle(), Qt::Key_Escape);
         stayed = watch.dialog->isVisible();
     });
-    person.start(1);
     QCOMPARE(boxesOf(u"DeleteAll"_s, {u"Aceptar"_s}).size(), 1);
     QVERIFY(stayed);
     QCOMPARE(watch.steps.size(), 10);
@@ -387,18 +388,16 @@ void TestDataFolder::quittingMeanwhileDeletesNothing()
         boxesOf(u"DeleteAll"_s, {u"Aceptar"_s});
         returned = true;
     });
-    QTimer person;
-    connect(&person, &QTimer::timeout, this, [&] {
+    Poll person([&](Poll &) {
         if (watch.steps.size() == 3)
             QCoreApplication::quit();
     });
-    person.start(1);
     QCOMPARE(QApplication::exec(), 0);
     person.stop();
     QVERIFY(returned);
-    QTest::qWait(500); // longer than a step; time itself is what is tested
+    QTest::qWait(100); // longer than several hurried steps; time itself is what is tested
     QCOMPARE(watch.steps.size(), 3);
-    QVERIFY(stands(inFolder(u"board.vtrz"_s)));
+    QVERIFY(exists(inFolder(u"board.vtrz"_s)));
 }
 
 void TestDataFolder::theWindowMayGoWhileTheSlotStillRuns()
@@ -407,15 +406,13 @@ void TestDataFolder::theWindowMayGoWhileTheSlotStillRuns()
     QPointer<MainWindow> guard(window);
     const BoxSequence sequence({u"Aceptar"_s});
     const ProgressWatch watch(*window, home->dataPath());
-    QTimer end;
-    connect(&end, &QTimer::timeout, window, [&] {
+    const Poll end([&](Poll &) {
         if (watch.steps.size() == 2)
             delete guard;
     });
-    end.start(1);
     window->deleteAll();
     QVERIFY(!guard);
-    QVERIFY(stands(home->dataPath()));
+    QVERIFY(exists(home->dataPath()));
 }
 
 PLUMARA_TEST(TestDataFolder)

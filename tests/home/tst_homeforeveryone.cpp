@@ -1,22 +1,23 @@
-#include "tests/home/boxsequence.h"
-#include "tests/home/homewindow.h"
-#include "tests/support/contrast.h"
-#include "tests/support/keyboardwalk.h"
+// The home window for people who use the keyboard, hear the window or see it badly.
+
+#include "tests/home/progresswatch.h"
+#include "tests/support/dialogs/messagebox.h"
+#include "tests/support/files/boardfiles.h"
+#include "tests/support/home/homewindow.h"
+#include "tests/support/look/contrast.h"
+#include "tests/support/look/keyboardwalk.h"
+#include "tests/support/look/names.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/names.h"
 
 #include <QListWidget>
 #include <QProgressBar>
 #include <QStyleOptionProgressBar>
 #include <QTabWidget>
-#include <QTimer>
 
 #include <algorithm>
 #include <memory>
 
 using namespace Qt::Literals::StringLiterals;
-
-// The home window for people who use the keyboard, hear the window or see it badly.
 
 class TestHomeForEveryone : public QObject
 {
@@ -84,10 +85,8 @@ void TestHomeForEveryone::init()
 
 void TestHomeForEveryone::makeBoards(const QStringList &names)
 {
-    for (const QString &name : names) {
-        QFile file(home->dataPath() + u'/' + name);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-    }
+    for (const QString &name : names)
+        BoardFile::write(home->dataPath() + u'/' + name);
     home->window.showProjects();
 }
 
@@ -248,14 +247,13 @@ void TestHomeForEveryone::theProgressOfDeletingStandsOut()
 {
     const BoxSequence consent({u"Aceptar"_s});
     QList<double> contrasts;
-    QTimer watch;
-    connect(&watch, &QTimer::timeout, &watch, [this, &contrasts] {
+    const ProgressWatch hurried(home->window, home->dataPath());
+    const Poll poll([this, &contrasts](Poll &) {
         constexpr int figureCovered = 70; // percent, from which on the bar lies below its figure
         auto *const bar = home->window.findChild<QProgressBar *>();
         if (bar && bar->value() >= figureCovered)
             contrasts << Contrast::in(*bar, figurePlace(*bar));
     });
-    watch.start(50);
 
     home->window.deleteAll(); // comes back when everything is deleted
 

@@ -1,3 +1,6 @@
+// What the home window is made of: its widgets with their places, texts, pictures, fonts and style
+// sheets.
+
 #include "tests/home/helptable.h"
 #include "tests/home/homecheckboxes.h"
 #include "tests/home/windowtable.h"
@@ -35,8 +38,6 @@ QImage picture(const QIcon &icon)
 
 } // namespace
 
-// What the home window is made of: its widgets with their places, texts, pictures, fonts and style
-// sheets.
 class TestHomeForm : public QObject
 {
     Q_OBJECT

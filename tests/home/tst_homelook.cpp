@@ -1,4 +1,7 @@
-#include "tests/home/homewindow.h"
+// How the home window looks: what its texts are aligned to and set in, and what its style sheets
+// come to on the screen.
+
+#include "tests/support/home/homewindow.h"
 #include "tests/support/main/registeredtest.h"
 
 #include <QFontInfo>
@@ -50,8 +53,6 @@ QString withoutBlanks(QString text)
 
 } // namespace
 
-// How the home window looks: what its texts are aligned to and set in, and what its style sheets come
-// to on the screen.
 class TestHomeLook : public QObject
 {
     Q_OBJECT

@@ -1,19 +1,19 @@
-#include "tests/home/boxsequence.h"
-#include "tests/home/homewindow.h"
+// The home window at the scale at which the process was started.
+
+#include "tests/home/progresswatch.h"
+#include "tests/support/dialogs/messagebox.h"
+#include "tests/support/home/homewindow.h"
+#include "tests/support/look/sharppictures.h"
+#include "tests/support/look/textfit.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/sharppictures.h"
-#include "tests/support/textfit.h"
 
 #include <QListWidget>
 #include <QProgressBar>
 #include <QTabWidget>
-#include <QTimer>
 
 #include <memory>
 
 using namespace Qt::Literals::StringLiterals;
-
-// The home window at the scale at which the process was started.
 
 class TestHomeScaling : public QObject
 {
@@ -80,13 +80,12 @@ void TestHomeScaling::theProgressOfDeletingIsReadWhole()
 {
     const BoxSequence consent({u"Aceptar"_s});
     QList<bool> fits;
-    QTimer watch;
-    connect(&watch, &QTimer::timeout, &watch, [this, &fits] {
+    const ProgressWatch hurried(home->window, home->dataPath());
+    const Poll poll([this, &fits](Poll &) {
         const auto *const bar = home->window.findChild<QProgressBar *>();
         if (bar && bar->isVisible() && bar->value() > 0)
             fits << (TextFit::fits(*bar) && TextFit::fits(*bar->window()));
     });
-    watch.start(50);
     home->window.NavSettings();
     home->child(u"UpdateAdvisor"_s)->hide();
 

@@ -1,3 +1,5 @@
+// The home window itself: navigation, size, restoring, settings.
+
 #include "tests/home/homecheckboxes.h"
 #include "tests/support/main/registeredtest.h"
 

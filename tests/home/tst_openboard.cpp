@@ -1,8 +1,12 @@
-#include "tests/home/boardshome.h"
-#include "tests/home/boxsequence.h"
-#include "tests/support/filedialoganswer.h"
+// Opening boards from the home window: from its list, new ones, from a dialog.
+
+#include "tests/support/dialogs/filedialoganswer.h"
+#include "tests/support/dialogs/messagebox.h"
+#include "tests/support/files/boardfiles.h"
+#include "tests/support/files/files.h"
+#include "tests/support/home/boardshome.h"
+#include "tests/support/look/markingtranslator.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/markingtranslator.h"
 
 #include <QSignalSpy>
 #include <QTimer>
@@ -88,7 +92,8 @@ private:
 
 void TestOpenBoard::aSingleClickOpensTheBoard()
 {
-    writeFile(home->boardPath(u"note.vtrz"_s), boardWithANote, march(1));
+    BoardFile::write(home->boardPath(u"note.vtrz"_s), QJsonArray{BoardFile::note(100, 100)},
+                     march(1));
     home->writeBoards(1);
     home->clickRow(1);
     QVERIFY(home->boardIsOpen());
@@ -186,7 +191,7 @@ void TestOpenBoard::theListIsNotRefreshedWhenTheBoardCloses()
 {
     home->writeBoards(1);
     home->clickRow(0);
-    writeFile(home->boardPath(u"later.vtrz"_s), emptyBoard);
+    BoardFile::write(home->boardPath(u"later.vtrz"_s));
     home->closeBoard();
     QCOMPARE(home->listed(), QStringList({u"b1.vtrz"_s}));
     home->clickRow(0);
@@ -317,8 +322,8 @@ void TestOpenBoard::cancellingTheOpenDialogChangesNothing()
 void TestOpenBoard::theChosenFileIsOpenedAndTheListLeftAlone()
 {
     const QString path = home->path(u"elsewhere/plan.vtrz"_s);
-    writeFile(path, boardWithANote);
-    writeFile(home->boardPath(u"unlisted.vtrz"_s), emptyBoard);
+    BoardFile::write(path, QJsonArray{BoardFile::note(100, 100)});
+    BoardFile::write(home->boardPath(u"unlisted.vtrz"_s));
     const FileDialogAnswer answer(path);
     home->click(u"ImportProject"_s);
     QVERIFY(answer.seen());

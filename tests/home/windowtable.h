@@ -1,6 +1,5 @@
-#pragma once
-
 // What the home window is made of, row by row: its widgets, texts, pictures, fonts and style sheets.
+#pragma once
 
 #include <QFont>
 #include <QRect>

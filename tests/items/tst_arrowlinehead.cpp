@@ -1,9 +1,11 @@
+// The head of an arrow: when it has one, its size, place and colour.
+
 #include "items/arrowlineitem.h"
 
-#include "tests/support/arrowoncanvas.h"
+#include "tests/items/arrowoncanvas.h"
+#include "tests/items/paintrecorder.h"
+#include "tests/support/items/roundpen.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/paintrecorder.h"
-#include "tests/support/roundpen.h"
 
 #include <QTest>
 

@@ -1,10 +1,12 @@
+// An arrow: its pen, its signal, and how the pointer moves it.
+
 #include "items/arrowlineitem.h"
 
-#include "tests/support/arrowoncanvas.h"
-#include "tests/support/itemfacts.h"
+#include "tests/items/arrowoncanvas.h"
+#include "tests/items/itemfacts.h"
+#include "tests/items/menuanswer.h"
+#include "tests/support/items/roundpen.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/menuanswer.h"
-#include "tests/support/roundpen.h"
 
 #include <QCursor>
 #include <QGraphicsRectItem>
@@ -28,8 +30,8 @@ private slots:
     void colorAndWidthRepaint();
     void aChangeStartsFromTheArrowsOwnPen();
 
-    void nothingTells();
-    void geometryIsToldOnlyWithTheFlagThatArrowsLack();
+    void nothingEmits();
+    void geometryIsReportedOnlyWithTheFlagThatArrowsLack();
 
     void aDragCountsItsFirstStepTwice();
     void aDragShowsTheClosedHand();
@@ -110,7 +112,7 @@ void TestArrowLineItem::aChangeStartsFromTheArrowsOwnPen()
     QCOMPARE(penOf(arrow), roundPen(Qt::black, 9.0));
 }
 
-void TestArrowLineItem::nothingTells()
+void TestArrowLineItem::nothingEmits()
 {
     ArrowOnCanvas on;
     const QSignalSpy modified(on.arrow, &ArrowLineItem::itemModified);
@@ -124,10 +126,10 @@ void TestArrowLineItem::nothingTells()
     QCOMPARE(modified.count(), 0);
 }
 
-void TestArrowLineItem::geometryIsToldOnlyWithTheFlagThatArrowsLack()
+void TestArrowLineItem::geometryIsReportedOnlyWithTheFlagThatArrowsLack()
 {
     ArrowLineItem arrow({0, 0}, {100, 0});
-    verifyGeometryIsToldWithItsFlag(arrow);
+    verifyGeometryIsReportedWithItsFlag(arrow);
 }
 
 void TestArrowLineItem::aDragCountsItsFirstStepTwice()

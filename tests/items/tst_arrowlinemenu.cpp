@@ -1,9 +1,11 @@
+// The context menu of an arrow.
+
 #include "items/arrowlineitem.h"
 
-#include "tests/support/arrowoncanvas.h"
+#include "tests/items/arrowoncanvas.h"
+#include "tests/items/menuanswer.h"
+#include "tests/support/items/roundpen.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/menuanswer.h"
-#include "tests/support/roundpen.h"
 
 #include <QPointer>
 #include <QSignalSpy>
@@ -36,7 +38,7 @@ void askForMenu(ArrowOnCanvas &on)
     on.canvas.pointer.click(on.onLine, Qt::RightButton);
 }
 
-/// Chooses the entry \a label of the arrow's menu and tells whether the menu came.
+/// Chooses the entry \a label of the arrow's menu and returns whether the menu came.
 bool choose(ArrowOnCanvas &on, const QString &label)
 {
     const MenuAnswer menu(label);

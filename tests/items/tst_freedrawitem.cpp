@@ -1,10 +1,13 @@
+// A stroke: its pen and path, its signal, and that the pointer goes through it.
+
 #include "items/freedrawitem.h"
 
 #include "items/stickynoteitem.h"
-#include "tests/support/itemcanvas.h"
-#include "tests/support/itemfacts.h"
+#include "tests/items/itemfacts.h"
+#include "tests/support/items/itemcanvas.h"
+#include "tests/support/items/roundpen.h"
+#include "tests/support/items/strokes.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/roundpen.h"
 
 #include <QGraphicsRectItem>
 #include <QPainterPath>
@@ -29,30 +32,19 @@ private slots:
     void takesAGraphicsParentOnly();
     void cannotBeSelectedMovedOrFocused();
 
-    void everySetterTellsOnce_data();
-    void everySetterTellsOnce();
+    void everySetterEmitsOnce_data();
+    void everySetterEmitsOnce();
     void colorAndWidthChangeNothingElseOfThePen();
     void paintsWithItsColorAndWidth();
     void settingThePathRepaintsEvenIfItStaysTheSame();
 
-    void nothingButTheSettersTells();
-    void geometryIsToldOnlyWithTheFlagThatStrokesLack();
+    void nothingButTheSettersEmits();
+    void geometryIsReportedOnlyWithTheFlagThatStrokesLack();
 
     void aClickNeitherSelectsNorMovesIt();
     void aClickGoesThroughToWhatLiesBeneath();
     void belongsToItsScene();
 };
-
-namespace {
-
-QPainterPath horizontal(qreal fromX, qreal toX, qreal y)
-{
-    QPainterPath path(QPointF(fromX, y));
-    path.lineTo(toX, y);
-    return path;
-}
-
-} // namespace
 
 void TestFreeDrawItem::isAnObjectWithOneSignal()
 {
@@ -98,7 +90,7 @@ void TestFreeDrawItem::cannotBeSelectedMovedOrFocused()
     QVERIFY(!stroke.acceptHoverEvents());
 }
 
-void TestFreeDrawItem::everySetterTellsOnce_data()
+void TestFreeDrawItem::everySetterEmitsOnce_data()
 {
     QTest::addColumn<std::function<void(FreeDrawItem &)>>("set");
     using Set = std::function<void(FreeDrawItem &)>;
@@ -106,11 +98,12 @@ void TestFreeDrawItem::everySetterTellsOnce_data()
     QTest::newRow("the same colour") << Set([](auto &stroke) { stroke.setColor(Qt::black); });
     QTest::newRow("a new width") << Set([](auto &stroke) { stroke.setWidth(9); });
     QTest::newRow("the same width") << Set([](auto &stroke) { stroke.setWidth(2); });
-    QTest::newRow("a new path") << Set([](auto &stroke) { stroke.setPath(horizontal(0, 9, 0)); });
+    QTest::newRow("a new path") << Set(
+        [](auto &stroke) { stroke.setPath(pathThrough({{0, 0}, {9, 0}})); });
     QTest::newRow("the same path") << Set([](auto &stroke) { stroke.setPath(QPainterPath()); });
 }
 
-void TestFreeDrawItem::everySetterTellsOnce()
+void TestFreeDrawItem::everySetterEmitsOnce()
 {
     QFETCH(std::function<void(FreeDrawItem &)>, set);
     FreeDrawItem stroke;
@@ -133,7 +126,7 @@ void TestFreeDrawItem::paintsWithItsColorAndWidth()
 {
     ItemCanvas canvas;
     auto *const stroke = canvas.add(new FreeDrawItem);
-    stroke->setPath(horizontal(100, 200, 100));
+    stroke->setPath(pathThrough({{100, 100}, {200, 100}}));
     stroke->setColor(Qt::red);
     stroke->setWidth(10);
 
@@ -151,7 +144,7 @@ void TestFreeDrawItem::settingThePathRepaintsEvenIfItStaysTheSame()
 {
     ItemCanvas canvas;
     auto *const stroke = canvas.add(new FreeDrawItem);
-    stroke->setPath(horizontal(100, 200, 100));
+    stroke->setPath(pathThrough({{100, 100}, {200, 100}}));
     QSignalSpy changed(&canvas.scene, &QGraphicsScene::changed);
     QTRY_VERIFY(!changed.isEmpty());
     changed.clear();
@@ -164,7 +157,7 @@ void TestFreeDrawItem::settingThePathRepaintsEvenIfItStaysTheSame()
     }));
 }
 
-void TestFreeDrawItem::nothingButTheSettersTells()
+void TestFreeDrawItem::nothingButTheSettersEmits()
 {
     ItemCanvas canvas;
     auto *const stroke = canvas.add(new FreeDrawItem);
@@ -174,17 +167,17 @@ void TestFreeDrawItem::nothingButTheSettersTells()
     QCOMPARE(modified.count(), 0);
 }
 
-void TestFreeDrawItem::geometryIsToldOnlyWithTheFlagThatStrokesLack()
+void TestFreeDrawItem::geometryIsReportedOnlyWithTheFlagThatStrokesLack()
 {
     FreeDrawItem stroke;
-    verifyGeometryIsToldWithItsFlag(stroke);
+    verifyGeometryIsReportedWithItsFlag(stroke);
 }
 
 void TestFreeDrawItem::aClickNeitherSelectsNorMovesIt()
 {
     ItemCanvas canvas;
     auto *const stroke = canvas.add(new FreeDrawItem);
-    stroke->setPath(horizontal(100, 200, 100));
+    stroke->setPath(pathThrough({{100, 100}, {200, 100}}));
     stroke->setWidth(20);
     QVERIFY(canvas.show());
 
@@ -200,7 +193,7 @@ void TestFreeDrawItem::aClickGoesThroughToWhatLiesBeneath()
     ItemCanvas canvas;
     auto *const note = canvas.add(new StickyNoteItem, {100, 100});
     auto *const stroke = canvas.add(new FreeDrawItem);
-    stroke->setPath(horizontal(100, 400, 380));
+    stroke->setPath(pathThrough({{100, 380}, {400, 380}}));
     stroke->setWidth(20);
     QCOMPARE(canvas.scene.itemAt(QPointF(250, 380), {}), stroke);
     QVERIFY(canvas.show());

@@ -1,6 +1,8 @@
+// Resizing an image by its handles.
+
 #include "items/resizablepixmapitem.h"
 
-#include "tests/support/imageoncanvas.h"
+#include "tests/support/items/imageoncanvas.h"
 #include "tests/support/main/registeredtest.h"
 
 #include <QSignalSpy>
@@ -14,7 +16,7 @@ private slots:
     void eachHandleFollowsThePointer_data();
     void eachHandleFollowsThePointer();
     void theTopLeftHandleShrinksWithoutMovingTheCorner();
-    void theSizeIsReckonedFromTheRectangleThatTheToolkitGives();
+    void theSizeIsComputedFromTheRectangleThatTheToolkitGives();
     void theSizeIsRounded_data();
     void theSizeIsRounded();
     void theSizeFollowsThePointerInItemUnits();
@@ -25,7 +27,7 @@ private slots:
     void resizingLosesNothing();
     void everyStepScalesTheSource();
 
-    void resizingTellsNothing();
+    void resizingEmitsNothing();
     void resizingLeavesTheSelectionAlone();
     void clickingAHandleLeavesTheSelectionAlone();
     void theHandleIsLetGoOnRelease();
@@ -101,7 +103,7 @@ void TestImageResizing::theTopLeftHandleShrinksWithoutMovingTheCorner()
     QCOMPARE(on.image->pos(), on.place);
 }
 
-void TestImageResizing::theSizeIsReckonedFromTheRectangleThatTheToolkitGives()
+void TestImageResizing::theSizeIsComputedFromTheRectangleThatTheToolkitGives()
 {
     // Half a pixel on every side: a handle that moves out and back leaves one pixel more.
     ImageOnCanvas on;
@@ -203,7 +205,7 @@ void TestImageResizing::everyStepScalesTheSource()
              on.source.scaled(126, 126, Qt::KeepAspectRatio, Qt::SmoothTransformation).toImage());
 }
 
-void TestImageResizing::resizingTellsNothing()
+void TestImageResizing::resizingEmitsNothing()
 {
     ImageOnCanvas on;
     QVERIFY(on.showSelected());

@@ -1,9 +1,11 @@
+// An image: its handles and cursors, what it paints, its signal, and how it is moved.
+
 #include "items/resizablepixmapitem.h"
 
-#include "tests/support/imageoncanvas.h"
-#include "tests/support/itemfacts.h"
+#include "tests/items/itemfacts.h"
+#include "tests/items/paintrecorder.h"
+#include "tests/support/items/imageoncanvas.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/paintrecorder.h"
 
 #include <QCursor>
 #include <QPointer>
@@ -38,9 +40,9 @@ private slots:
 
     void aPressOnThePictureSelects();
     void aDragOnThePictureMovesIt();
-    void eachChangeOfPlaceIsToldOnce();
-    void everyGeometryChangeIsTold();
-    void nothingElseIsTold();
+    void eachChangeOfPlaceEmitsOnce();
+    void everyGeometryChangeEmits();
+    void nothingElseEmits();
     void belongsToItsScene();
 };
 
@@ -254,7 +256,7 @@ void TestResizablePixmapItem::aDragOnThePictureMovesIt()
     QCOMPARE(on.image->pixmap().size(), on.source.size());
 }
 
-void TestResizablePixmapItem::eachChangeOfPlaceIsToldOnce()
+void TestResizablePixmapItem::eachChangeOfPlaceEmitsOnce()
 {
     ImageOnCanvas on;
     const QSignalSpy modified(on.image, &ResizablePixmapItem::itemModified);
@@ -267,7 +269,7 @@ void TestResizablePixmapItem::eachChangeOfPlaceIsToldOnce()
     QCOMPARE(on.image->pos(), QPointF(10, 21));
 }
 
-void TestResizablePixmapItem::everyGeometryChangeIsTold()
+void TestResizablePixmapItem::everyGeometryChangeEmits()
 {
     ResizablePixmapItem image(motley(30, 20));
     const QSignalSpy modified(&image, &ResizablePixmapItem::itemModified);
@@ -275,7 +277,7 @@ void TestResizablePixmapItem::everyGeometryChangeIsTold()
     QCOMPARE(modified.count(), 4);
 }
 
-void TestResizablePixmapItem::nothingElseIsTold()
+void TestResizablePixmapItem::nothingElseEmits()
 {
     ImageOnCanvas on;
     const QSignalSpy modified(on.image, &ResizablePixmapItem::itemModified);

@@ -1,10 +1,12 @@
+// A note: its colours, its signal, and how the pointer moves it.
+
 #include "items/stickynoteitem.h"
 
-#include "tests/support/itemfacts.h"
+#include "tests/items/itemfacts.h"
+#include "tests/items/menuanswer.h"
+#include "tests/items/paintrecorder.h"
+#include "tests/support/items/noteoncanvas.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/menuanswer.h"
-#include "tests/support/noteoncanvas.h"
-#include "tests/support/paintrecorder.h"
 
 #include <QGraphicsRectItem>
 #include <QGraphicsSceneMouseEvent>
@@ -36,8 +38,8 @@ private slots:
     void anUnknownColorIsKeptAndPaintsTheBareGradient();
     void settingTheColorRepaints();
 
-    void colorTextAndMovingTellNothing();
-    void geometryIsToldOnlyWithTheFlagThatNotesLack();
+    void colorTextAndMovingEmitNothing();
+    void geometryIsReportedOnlyWithTheFlagThatNotesLack();
 
     void aClickSelects();
     void aDragCountsItsFirstStepTwice();
@@ -209,7 +211,7 @@ void TestStickyNoteItem::settingTheColorRepaints()
     QCOMPARE(regions, QList<QRectF>{on.note->sceneBoundingRect()});
 }
 
-void TestStickyNoteItem::colorTextAndMovingTellNothing()
+void TestStickyNoteItem::colorTextAndMovingEmitNothing()
 {
     NoteOnCanvas on;
     const QSignalSpy modified(on.note, &StickyNoteItem::itemModified);
@@ -222,10 +224,10 @@ void TestStickyNoteItem::colorTextAndMovingTellNothing()
     QCOMPARE(modified.count(), 0);
 }
 
-void TestStickyNoteItem::geometryIsToldOnlyWithTheFlagThatNotesLack()
+void TestStickyNoteItem::geometryIsReportedOnlyWithTheFlagThatNotesLack()
 {
     StickyNoteItem note;
-    verifyGeometryIsToldWithItsFlag(note);
+    verifyGeometryIsReportedWithItsFlag(note);
 }
 
 void TestStickyNoteItem::aClickSelects()

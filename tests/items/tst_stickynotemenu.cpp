@@ -1,8 +1,10 @@
+// The context menu of a note.
+
 #include "items/stickynoteitem.h"
 
+#include "tests/items/menuanswer.h"
+#include "tests/support/items/noteoncanvas.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/menuanswer.h"
-#include "tests/support/noteoncanvas.h"
 
 #include <QPointer>
 #include <QSignalSpy>

@@ -1,7 +1,9 @@
+// The text of a note and its limit of 300 characters.
+
 #include "items/stickynoteitem.h"
 
+#include "tests/support/items/noteoncanvas.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/noteoncanvas.h"
 
 #include <QClipboard>
 #include <QFont>
@@ -28,6 +30,7 @@ private slots:
     void threeHundredCharactersAreNotCut();
     void pastingBeyondTheLimitCutsAtTheEnd();
     void typingBeyondTheLimitCutsAtTheEnd();
+    void theCutMayHalveAnEmoji();
     void cuttingIsNoEditOfItsOwn();
     void typingOnTheTextAloneIsNotLimited();
     void aNoteWithoutItsTextItemHasNoText();
@@ -144,6 +147,17 @@ void TestStickyNoteText::typingBeyondTheLimitCutsAtTheEnd()
     QCOMPARE(textOf(*on.note)->textCursor().position(), 300);
 }
 
+void TestStickyNoteText::theCutMayHalveAnEmoji()
+{
+    NoteOnCanvas on;
+    QVERIFY(on.canvas.show());
+    on.canvas.pointer.click(on.onPaper());
+
+    on.note->setText(letters(299) + u"😀"_s);
+
+    QCOMPARE(on.note->getText(), letters(299) + QChar(QChar::highSurrogate(0x1F600)));
+}
+
 void TestStickyNoteText::cuttingIsNoEditOfItsOwn()
 {
     NoteOnCanvas on;
@@ -157,7 +171,7 @@ void TestStickyNoteText::cuttingIsNoEditOfItsOwn()
     on.canvas.type(u"X"_s);
     QCOMPARE(on.note->getText().size(), 300);
     QCOMPARE(edited.count(), 1);
-    // The next edit is told again.
+    // The next edit is reported again.
     on.canvas.press(Qt::Key_Backspace);
     QCOMPARE(on.note->getText().size(), 299);
     QCOMPARE(edited.count(), 2);

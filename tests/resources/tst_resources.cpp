@@ -1,3 +1,6 @@
+// What the program carries with it: pictures, icon file, font, style sheet; and that the pictures
+// are the ones that resources/art describes.
+
 #include "tests/support/main/registeredtest.h"
 
 #include <QCryptographicHash>
@@ -15,8 +18,6 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-/// What the program carries with it: pictures, icon file, font, style sheet; and that the pictures
-/// are the ones that resources/art describes.
 class TestResources : public QObject
 {
     Q_OBJECT

@@ -1,3 +1,5 @@
+// The toolkit's own texts in Spanish.
+
 #include "tests/support/main/registeredtest.h"
 
 #include <QAbstractItemModel>

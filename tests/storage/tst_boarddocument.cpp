@@ -1,7 +1,10 @@
+// Writing a board: the document for every kind of item, byte by byte.
+
 #include "storage/boarddocument.h"
 
-#include "tests/support/boarddocuments.h"
-#include "tests/support/imageoncanvas.h"
+#include "tests/storage/boarddocuments.h"
+#include "tests/support/items/imageoncanvas.h"
+#include "tests/support/items/strokes.h"
 #include "tests/support/main/registeredtest.h"
 
 #include <QGraphicsEllipseItem>
@@ -59,20 +62,6 @@ StickyNoteItem *addNote(QGraphicsScene &scene, const QString &text, int color, Q
     return note;
 }
 
-QPainterPath twoPoints(QPointF from, QPointF to)
-{
-    QPainterPath path(from);
-    path.lineTo(to);
-    return path;
-}
-
-FreeDrawItem *addStroke(QGraphicsScene &scene, const QPainterPath &path)
-{
-    auto *const stroke = add(scene, new FreeDrawItem);
-    stroke->setPath(path);
-    return stroke;
-}
-
 QJsonObject firstElement(const QGraphicsScene &scene)
 {
     return buildBoardDocument(scene).value("items"_L1).toArray().first().toObject();
@@ -114,7 +103,7 @@ void TestBoardDocument::aFreshNoteIsWrittenWithItsPlaceholder()
 
     QGraphicsScene reopened;
     QVERIFY(openDocument(reopened, bytesOf(scene)));
-    QCOMPARE(toldOf(reopened),
+    QCOMPARE(describeAll(reopened),
              QStringList(u"note 'Agregar texto...' coloured 0 at 0 0, level 1"_s));
 }
 
@@ -127,7 +116,7 @@ void TestBoardDocument::halfACharacterIsWrittenAsAnEscape()
 
     QGraphicsScene reopened;
     QVERIFY(openDocument(reopened, bytesOf(scene)));
-    QCOMPARE(toldOf(reopened), QStringList(told(note)));
+    QCOMPARE(describeAll(reopened), QStringList(describe(note)));
 }
 
 void TestBoardDocument::everyNoteColorIsWritten()
@@ -165,25 +154,26 @@ void TestBoardDocument::aStrokeIsWrittenWithoutItsPlace()
 void TestBoardDocument::transparencyIsNotWritten()
 {
     QGraphicsScene scene;
-    addStroke(scene, twoPoints({0, 0}, {9, 9}))->setColor(QColor(0x12, 0xAB, 0xEF, 0x40));
+    addStroke(scene, {{0, 0}, {9, 9}})->setColor(QColor(0x12, 0xAB, 0xEF, 0x40));
     QCOMPARE(firstElement(scene).value("penColor"_L1), u"#12abef"_s);
 
     QGraphicsScene reopened;
     QVERIFY(openDocument(reopened, bytesOf(scene)));
-    QCOMPARE(toldOf(reopened), QStringList(u"stroke M0 0 L9 9 #ff12abef wide 2 at 0 0, level 2"_s));
+    QCOMPARE(describeAll(reopened),
+             QStringList(u"stroke M0 0 L9 9 #ff12abef wide 2 at 0 0, level 2"_s));
 }
 
 void TestBoardDocument::noColorIsWrittenAsBlack()
 {
     QGraphicsScene scene;
-    addStroke(scene, twoPoints({0, 0}, {9, 9}))->setColor(QColor());
+    addStroke(scene, {{0, 0}, {9, 9}})->setColor(QColor());
     QCOMPARE(firstElement(scene).value("penColor"_L1), u"#000000"_s);
 }
 
 void TestBoardDocument::strokesWithoutAPathAreNotWritten()
 {
     QGraphicsScene scene;
-    addStroke(scene, {});
+    addStroke(scene, QPainterPath());
     // A bare move draws nothing either.
     addStroke(scene, QPainterPath({10, 10}));
     QCOMPARE(bytesOf(scene), documentBytes(u"golden/empty"_s));
@@ -217,7 +207,7 @@ void TestBoardDocument::theTopmostElementComesFirst()
     add(scene, new ArrowLineItem({0, 0}, {50, 50}));
     addNote(scene, u"abajo"_s, 1, {10, 10});
     addNote(scene, u"arriba"_s, 0, {20, 20});
-    addStroke(scene, twoPoints({1, 2}, {3, 4}));
+    addStroke(scene, {{1, 2}, {3, 4}});
     scene.addText(u"no es de la pizarra"_s);
     scene.addEllipse(0, 0, 10, 10);
     QCOMPARE(bytesOf(scene), documentBytes(u"golden/stacking"_s));
@@ -228,14 +218,14 @@ void TestBoardDocument::plainItemsCountByTheirKind()
     QGraphicsScene plain;
     plain.addPixmap(motley(4, 3))->setPos(5, 6);
     plain.addLine(1, 2, 3, 4, QPen(Qt::red, 5));
-    plain.addPath(twoPoints({1, 2}, {3, 4}), QPen(Qt::blue, 3));
+    plain.addPath(pathThrough({{1, 2}, {3, 4}}), QPen(Qt::blue, 3));
 
     QGraphicsScene board;
     add(board, new ResizablePixmapItem(motley(4, 3)), {5, 6});
     auto *const arrow = add(board, new ArrowLineItem({1, 2}, {3, 4}));
     arrow->setColor(Qt::red);
     arrow->setWidth(5);
-    auto *const stroke = addStroke(board, twoPoints({1, 2}, {3, 4}));
+    auto *const stroke = addStroke(board, {{1, 2}, {3, 4}});
     stroke->setColor(Qt::blue);
     stroke->setWidth(3);
     arrow->setZValue(0);
@@ -262,7 +252,7 @@ void TestBoardDocument::anImageIsWrittenAsPng()
     // Read from the golden file, they are the same picture, too.
     QGraphicsScene reopened;
     QVERIFY(openDocument(reopened, golden));
-    QCOMPARE(toldOf(reopened), QStringList(u"image 2x2 at 12.5 -7, level 0"_s));
+    QCOMPARE(describeAll(reopened), QStringList(u"image 2x2 at 12.5 -7, level 0"_s));
     QCOMPARE(pictureIn(firstElement(reopened)).convertToFormat(QImage::Format_ARGB32), picture);
 }
 
@@ -334,7 +324,7 @@ void TestBoardDocument::itemsOfOneKindComeBackInReverse()
 {
     QGraphicsScene scene;
     QVERIFY(openDocument(scene, documentBytes(u"golden/colours"_s)));
-    const QStringList lowestFirst = toldOf(scene);
+    const QStringList lowestFirst = describeAll(scene);
     QCOMPARE(lowestFirst.constFirst(), u"note 'Gris' coloured 5 at 500 50, level 1"_s);
     QCOMPARE(lowestFirst.constLast(), u"note 'Amarillo' coloured 0 at 0 0, level 1"_s);
 
@@ -347,9 +337,9 @@ void TestBoardDocument::savingChangesNothingOnTheBoard()
 {
     QGraphicsScene scene;
     QVERIFY(openDocument(scene, documentBytes(u"golden/stacking"_s)));
-    const QStringList before = toldOf(scene);
+    const QStringList before = describeAll(scene);
     buildBoardDocument(scene);
-    QCOMPARE(toldOf(scene), before);
+    QCOMPARE(describeAll(scene), before);
     QCOMPARE(before.size(), 4);
 }
 

@@ -1,8 +1,10 @@
+// Reading a board: every form of an element that is accepted, and what becomes of the rest.
+
 #include "storage/boarddocument.h"
 
-#include "tests/support/boarddocuments.h"
+#include "tests/storage/boarddocuments.h"
+#include "tests/support/items/roundpen.h"
 #include "tests/support/main/registeredtest.h"
-#include "tests/support/roundpen.h"
 
 #include <QBuffer>
 #include <QImage>
@@ -106,7 +108,7 @@ void TestBoardReading::aDocumentIsReadLeniently()
     QGraphicsScene scene;
     QVERIFY(openDocument(
         scene, documentBytes(u"lenient/"_s + QString::fromUtf8(QTest::currentDataTag()))));
-    QCOMPARE(toldOf(scene), lowestFirst);
+    QCOMPARE(describeAll(scene), lowestFirst);
 }
 
 void TestBoardReading::coordinatesAreNumbersOrZero_data()
@@ -265,7 +267,7 @@ void TestBoardReading::pointsBecomeMovesAndLines()
     QFETCH(QString, path);
     const auto stroke =
         itemFrom(filled(R"({"type": "freedraw", "penColor": "#010203", "path": @})", points));
-    QCOMPARE(told(stroke.get()), u"stroke"_s + path + u" #ff010203 wide 0 at 0 0, level 2"_s);
+    QCOMPARE(describe(stroke.get()), u"stroke"_s + path + u" #ff010203 wide 0 at 0 0, level 2"_s);
 }
 
 void TestBoardReading::pictureDataIsTakenAsItComes_data()
@@ -306,7 +308,7 @@ void TestBoardReading::pictureDataIsTakenAsItComes()
 void TestBoardReading::aNoteMayHaveAnyColor()
 {
     const auto note = itemFrom(R"({"type": "postit", "x": 1, "y": 2, "text": "a", "color": 9})");
-    QCOMPARE(told(note.get()), u"note 'a' coloured 9 at 1 2, level 1"_s);
+    QCOMPARE(describe(note.get()), u"note 'a' coloured 9 at 1 2, level 1"_s);
 }
 
 void TestBoardReading::aPenWidthWithAFractionIsZero()

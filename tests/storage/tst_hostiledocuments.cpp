@@ -1,6 +1,9 @@
+// Documents that a person would not write: they are opened, painted, selected and saved again
+// without a crash and without making anybody wait.
+
 #include "storage/boarddocument.h"
 
-#include "tests/support/boarddocuments.h"
+#include "tests/storage/boarddocuments.h"
 #include "tests/support/main/registeredtest.h"
 
 #include <QImage>
@@ -12,8 +15,6 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-// Documents that a person would not write: they are opened, painted, selected and saved again
-// without a crash and without making anybody wait.
 class TestHostileDocuments : public QObject
 {
     Q_OBJECT
@@ -116,7 +117,7 @@ void TestHostileDocuments::oddValuesAreShownAndSaved()
     const QString name = QString::fromUtf8(QTest::currentDataTag());
     Board scene;
     QVERIFY(openDocument(scene, documentBytes(u"hostile/"_s + name)));
-    QCOMPARE(toldOf(scene).size(), items);
+    QCOMPARE(describeAll(scene).size(), items);
     QVERIFY(survives(scene));
 }
 
@@ -124,7 +125,7 @@ void TestHostileDocuments::brokenPicturesAreEmpty()
 {
     Board scene;
     QVERIFY(openDocument(scene, documentBytes(u"hostile/pictures"_s)));
-    const auto lines = toldOf(scene);
+    const auto lines = describeAll(scene);
     for (const auto &line : lines)
         QVERIFY2(line.startsWith("image 0x0 at "_L1), qPrintable(line));
 }
@@ -155,7 +156,7 @@ void TestHostileDocuments::coordinatesOfEverySizeAreShown()
     elements.replace("9e@", "1e" + exponent);
     Board scene;
     QVERIFY(openDocument(scene, documentOf(elements)));
-    QCOMPARE(toldOf(scene).size(), 6);
+    QCOMPARE(describeAll(scene).size(), 6);
     QVERIFY(survives(scene));
 }
 
@@ -165,8 +166,8 @@ void TestHostileDocuments::oddTextsComeBackFromTheFile()
     QVERIFY(openDocument(scene, documentBytes(u"hostile/texts"_s)));
     Board reopened;
     QVERIFY(openDocument(reopened, bytesOf(scene)));
-    QStringList before = toldOf(scene);
-    QStringList after = toldOf(reopened);
+    QStringList before = describeAll(scene);
+    QStringList after = describeAll(reopened);
     std::ranges::sort(before);
     std::ranges::sort(after);
     QCOMPARE(after, before);
@@ -191,7 +192,7 @@ void TestHostileDocuments::deepNestingInWhatIsIgnoredIsIgnored()
     QVERIFY(openDocument(scene,
                          documentOf(nest + R"(, {"type": "postit", "text": "aquí", "x": )" + nest
                                     + R"(, "más": )" + nest + "}")));
-    QCOMPARE(toldOf(scene), QStringList(u"note 'aquí' coloured 0 at 0 0, level 1"_s));
+    QCOMPARE(describeAll(scene), QStringList(u"note 'aquí' coloured 0 at 0 0, level 1"_s));
 }
 
 void TestHostileDocuments::anEnormousPathIsShown()
@@ -229,7 +230,7 @@ void TestHostileDocuments::muchGarbageIsIgnored()
             .repeated(10000);
     Board scene;
     QVERIFY(openDocument(scene, documentOf(garbage + R"({"type": "postit", "text": "aquí"})")));
-    QCOMPARE(toldOf(scene), QStringList(u"note 'aquí' coloured 0 at 0 0, level 1"_s));
+    QCOMPARE(describeAll(scene), QStringList(u"note 'aquí' coloured 0 at 0 0, level 1"_s));
 }
 
 PLUMARA_TEST(TestHostileDocuments)

@@ -1,3 +1,5 @@
+// What Windows reads in the file of the program before it runs, and when a person looks at the file.
+
 #include <QFile>
 #include <QTest>
 
@@ -8,7 +10,6 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-// What Windows reads in the file of the program before it runs, and when a person looks at the file.
 class TestProgramFile : public QObject
 {
     Q_OBJECT

@@ -1,4 +1,6 @@
-#include "tests/support/scratchhome.h"
+// The whole program, started inside a test.
+
+#include "tests/support/system/scratchhome.h"
 
 #include <QApplication>
 #include <QStyle>

@@ -1,5 +1,7 @@
-#include "tests/home/boardshome.h"
-#include "tests/support/importinterception.h"
+// What the windows of the program are to the task bar.
+
+#include "tests/support/home/boardshome.h"
+#include "tests/support/system/importinterception.h"
 
 #include <QTest>
 
@@ -40,7 +42,6 @@ HWND handle(const QWidget &window)
 
 } // namespace
 
-// What the windows of the program are to the task bar.
 class TestTaskBar : public QObject
 {
     Q_OBJECT

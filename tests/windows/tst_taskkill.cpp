@@ -1,7 +1,8 @@
+// The command of Windows that ends the program for its update.
+
 #include <QProcess>
 #include <QTest>
 
-// The command of Windows that ends the program for its update.
 class TestTaskkill : public QObject
 {
     Q_OBJECT

@@ -2,7 +2,7 @@
 // command that the button starts, and nothing else.
 
 #include "home/mainwindow.h"
-#include "tests/support/scratchhome.h"
+#include "tests/support/system/scratchhome.h"
 
 #include <QApplication>
 #include <QDesktopServices>

@@ -1,1 +1,0 @@
-// Nothing but the precompiled headers.
