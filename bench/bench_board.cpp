@@ -3,6 +3,7 @@
 // Both are measured in the same run. What counts are the ratios at the end; the times before them
 // depend on the machine.
 #include "bench/largeboard.h"
+#include "bench/ratioreporter.h"
 #include "history/boardsnapshot.h"
 #include "items/freedrawitem.h"
 #include "storage/boarddocument.h"
@@ -15,8 +16,6 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
-#include <map>
-#include <string>
 #include <utility>
 
 namespace {
@@ -142,29 +141,6 @@ template <int points> void drawStroke(benchmark::State &state)
         }
     }
 }
-
-/// Prints as usual and keeps the times for the ratios.
-class RatioReporter : public benchmark::ConsoleReporter
-{
-public:
-    void ReportRuns(const std::vector<Run> &runs) override
-    {
-        ConsoleReporter::ReportRuns(runs);
-        for (const auto &run : runs)
-            times[run.benchmark_name()] = run.GetAdjustedCPUTime();
-    }
-
-    void printRatio(const char *what, const std::string &name, const std::string &base) const
-    {
-        const auto time = times.find(name);
-        const auto known = times.find(base);
-        if (time != times.end() && known != times.end())
-            std::printf("%-56s %6.2f\n", what, time->second / known->second);
-    }
-
-private:
-    std::map<std::string, double> times;
-};
 
 } // namespace
 

@@ -121,7 +121,7 @@ void BoardWindow::connectSignals()
     // Quirk: a drag of an item may fill several steps of undoing, because each change that the
     // scene tells of is recorded, also in the middle of a drag.
     connect(scene, &QGraphicsScene::changed, this, &BoardWindow::captureSnapshot);
-    connect(scene, &QGraphicsScene::changed, this, &BoardWindow::repaintArrowHeads);
+    connect(scene, &QGraphicsScene::changed, ui->PizarraMain, &CanvasView::repaintArrowHeads);
     // Quirk: selecting an item marks the board unsaved, because whoever takes hold of an item is
     // about to change it, and notes and arrows tell of no change themselves.
     connect(scene, &QGraphicsScene::selectionChanged, this, [this] {

@@ -30,7 +30,7 @@ enum class ToolMode : int { Cursor = 0, Note = 1, Pen = 2, Line = 3, Image = 4, 
 /// the scene. The window owns its scene and the scene owns the items on it.
 ///
 /// boardwindow.cpp builds and wires the window; each other concern has a file of its own:
-/// canvasinput.cpp, canvaspainting.cpp, boardfiles.cpp, boardname.cpp, undoredo.cpp,
+/// canvasinput.cpp, boardfiles.cpp, boardname.cpp, undoredo.cpp,
 /// presentation.cpp, closing.cpp.
 class BoardWindow : public QMainWindow
 {
@@ -113,11 +113,6 @@ private:
     void connectSignals();
     void warn(const QString &text);
 
-    // canvaspainting.cpp
-    /// Has the view paint more than the \a changed regions: the heads of arrows reach outside their
-    /// items' bounding rectangles, and what is left of a moved or deleted one would stay in sight.
-    void repaintArrowHeads(const QList<QRectF> &changed);
-
     // canvasinput.cpp
     void enterMode(ToolMode mode);
     bool canvasPressed(const QPointF &scenePoint);
@@ -165,8 +160,6 @@ private:
     // Quirk: nine steps can be undone where the help page speaks of ten, because the oldest of the
     // ten snapshots is the baseline.
     int historyLimit = 10;
-    // The farthest that an arrow's head reached outside its bounding rectangle at the last change.
-    qreal arrowReach = 0;
     // Each presentation leaves its two here; a fade-out outlives the presentation it belongs to.
     std::vector<std::unique_ptr<QPropertyAnimation>> reminderFades;
 };

@@ -1,0 +1,103 @@
+// Tells what of an item has changed since it was painted.
+#include "painting/paintedstate.h"
+
+#include "items/boarditems.h"
+
+#include <QGraphicsTextItem>
+#include <QTextCursor>
+#include <QTextDocument>
+
+#include <algorithm>
+
+namespace {
+
+// What a pen paints beside its path, in widths: a joint or an end reaches half of one.
+constexpr qreal penReach = 1.0;
+// Blurred edges, in scene units.
+constexpr qreal blur = 2.0;
+
+void describe(PaintedState &state, const FreeDrawItem &stroke)
+{
+    state.path = stroke.path();
+    state.pen = stroke.QGraphicsPathItem::pen();
+}
+
+void describe(PaintedState &state, const StickyNoteItem &note)
+{
+    state.content = note.noteColor();
+    state.uncertain = note.hasFocus();
+}
+
+void describe(PaintedState &state, const ArrowLineItem &arrow)
+{
+    state.line = arrow.line();
+    state.pen = arrow.QGraphicsLineItem::pen();
+    const qreal reach = arrow.headReach();
+    state.area =
+        arrow.sceneTransform().mapRect(arrow.boundingRect().adjusted(-reach, -reach, reach, reach));
+}
+
+void describe(PaintedState &state, const ResizablePixmapItem &image)
+{
+    state.content = image.pixmap().cacheKey();
+}
+
+/// Whether \a after goes on where \a before ends; lengthened is what is new of it.
+bool isLengthened(const QPainterPath &before, const QPainterPath &after, QRectF &lengthened)
+{
+    const int known = before.elementCount();
+    const int count = after.elementCount();
+    if (known < 1 || count <= known)
+        return false;
+    for (int i = 0; i < known; ++i) {
+        if (before.elementAt(i) != after.elementAt(i))
+            return false;
+    }
+    // The line before the new ones as well: where they meet, its end becomes a joint.
+    QPolygonF tail;
+    for (int i = std::max(0, known - 2); i < count; ++i) {
+        const auto element = after.elementAt(i);
+        if (i > 0 && !element.isLineTo())
+            return false;
+        tail << element;
+    }
+    lengthened = tail.boundingRect();
+    return true;
+}
+
+} // namespace
+
+PaintedState paintedState(const QGraphicsItem *item)
+{
+    PaintedState state;
+    state.item = item;
+    state.transform = item->sceneTransform();
+    state.area = state.transform.mapRect(item->boundingRect());
+    state.opacity = item->effectiveOpacity();
+    state.selected = item->isSelected();
+    if (visitBoardItem(item, [&state](const auto &known) { describe(state, known); }))
+        return state;
+    if (const auto *const text = qgraphicsitem_cast<const QGraphicsTextItem *>(item)) {
+        state.content = text->document()->revision();
+        // The cursor blinks, and a selection is no revision.
+        state.uncertain = text->hasFocus() || text->textCursor().hasSelection();
+    } else {
+        state.uncertain = true;
+    }
+    return state;
+}
+
+QRectF changedArea(const PaintedState &before, const PaintedState &after)
+{
+    const bool sameFrame = before.transform == after.transform && before.opacity == after.opacity
+        && before.selected == after.selected && !before.uncertain && !after.uncertain
+        && before.content == after.content && before.pen == after.pen && before.line == after.line;
+    if (sameFrame && before.path == after.path)
+        return before.area == after.area ? QRectF() : before.area.united(after.area);
+    QRectF tail;
+    if (sameFrame && isLengthened(before.path, after.path, tail)) {
+        const qreal reach = penReach * after.pen.widthF() + blur;
+        return after.transform.mapRect(tail.adjusted(-reach, -reach, reach, reach));
+    }
+    return before.area.united(after.area);
+}

@@ -1,0 +1,32 @@
+// What of an item decides how it looks, to know whether it has to be painted anew.
+#pragma once
+
+#include <QGraphicsItem>
+#include <QLineF>
+#include <QPainterPath>
+#include <QPen>
+#include <QTransform>
+#include <QVariant>
+
+/// The look of one item when it was painted last.
+struct PaintedState
+{
+    const QGraphicsItem *item = nullptr;
+    QTransform transform; // to the scene
+    QRectF area; // all that it paints, in scene units
+    qreal opacity = 1;
+    bool selected = false;
+    QPainterPath path; // of a stroke
+    QPen pen; // of a stroke or an arrow
+    QLineF line; // of an arrow
+    qint64 content = 0; // of a note its colour, of its text the revision, of an image its key
+    /// It cannot be told whether it looks the same: a text that is edited, an unknown item.
+    bool uncertain = false;
+};
+
+/// The present look of \a item.
+PaintedState paintedState(const QGraphicsItem *item);
+
+/// What of the scene looks different now that an item has gone from \a before to \a after, in scene
+/// units; empty when nothing does.
+QRectF changedArea(const PaintedState &before, const PaintedState &after);

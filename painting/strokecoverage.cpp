@@ -1,0 +1,146 @@
+// Works out which pixels a stroke covers, and lays them down.
+#include "painting/strokecoverage.h"
+
+#include <QHashFunctions>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+// A picture of the stroke is made for a moment; larger ones would be felt.
+constexpr qint64 mostPixels = 4096LL * 4096;
+constexpr int longestSide = 16384; // well inside of what a run can tell
+
+/// \a color with each channel times \a a / 255, rounded as the toolkit's raster engine does it.
+constexpr QRgb byteMul(QRgb color, uint a)
+{
+    uint even = (color & 0xff00ffU) * a;
+    even = (even + ((even >> 8) & 0xff00ffU) + 0x800080U) >> 8;
+    even &= 0xff00ffU;
+    uint odd = ((color >> 8) & 0xff00ffU) * a;
+    odd = odd + ((odd >> 8) & 0xff00ffU) + 0x800080U;
+    odd &= 0xff00ff00U;
+    return even | odd;
+}
+
+QRect pixelBounds(const QPainterPath &path, const QPen &pen, const QTransform &transform)
+{
+    // A mitre reaches farther than half the pen's width.
+    const qreal reach = std::max(pen.widthF(), 1.0) * std::max(1.0, pen.miterLimit());
+    const QRectF rect =
+        transform.mapRect(path.controlPointRect().adjusted(-reach, -reach, reach, reach));
+    const QRectF limit(-1e6, -1e6, 2e6, 2e6);
+    return limit.contains(rect) ? rect.toAlignedRect().adjusted(-1, -1, 1, 1) : limit.toRect();
+}
+
+} // namespace
+
+bool StrokeCoverage::isFeasible(const QRect &bounds)
+{
+    return bounds.width() <= longestSide && bounds.height() <= longestSide
+        && qint64(bounds.width()) * bounds.height() <= mostPixels;
+}
+
+std::pair<QTransform, QPoint> StrokeCoverage::split(const QTransform &t)
+{
+    const QPoint whole(static_cast<int>(std::floor(t.dx())), static_cast<int>(std::floor(t.dy())));
+    return {QTransform(t.m11(), t.m12(), t.m21(), t.m22(), t.dx() - whole.x(), t.dy() - whole.y()),
+            whole};
+}
+
+StrokeCoverage::StrokeCoverage(const QPainterPath &path, const QPen &strokePen,
+                               const QTransform &transform, bool antialiased)
+    : source(path)
+    , pen(strokePen)
+    , fraction(split(transform).first)
+    , box(pixelBounds(path, strokePen, fraction))
+{
+    QImage picture(box.size(), QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing, antialiased);
+    painter.setWorldTransform(fraction * QTransform::fromTranslate(-box.x(), -box.y()));
+    QPen black(pen);
+    black.setColor(Qt::black);
+    painter.setPen(black);
+    painter.drawPath(path);
+    painter.end();
+
+    for (int y = 0; y < picture.height(); ++y) {
+        const auto *const line = reinterpret_cast<const QRgb *>(picture.constScanLine(y));
+        const auto *const end = line + picture.width();
+        for (const auto *pixel = line; pixel != end;) {
+            const auto isCovered = [](QRgb color) { return color != 0; };
+            const auto *const first = std::find_if(pixel, end, isCovered);
+            pixel = std::find_if_not(first, end, isCovered);
+            if (first == pixel)
+                continue;
+            runs.push_back({static_cast<qint16>(first - line), static_cast<qint16>(y),
+                            static_cast<qint32>(pixel - first),
+                            static_cast<qint32>(coverage.size())});
+            std::transform(first, pixel, std::back_inserter(coverage),
+                           [](QRgb color) { return static_cast<uchar>(qAlpha(color)); });
+        }
+    }
+    runs.shrink_to_fit();
+    coverage.shrink_to_fit();
+}
+
+bool StrokeCoverage::holdsFor(const QPainterPath &path, const QPen &strokePen,
+                              const QTransform &transform) const
+{
+    return split(transform).first == fraction && strokePen == pen && path == source;
+}
+
+size_t StrokeCoverage::hash(const QPainterPath &path, const QPen &pen)
+{
+    size_t seed = qHashMulti(0, path.elementCount(), pen.widthF(), pen.color().rgba());
+    if (const int count = path.elementCount(); count > 0) {
+        for (const int index : {0, count / 2, count - 1}) {
+            const auto element = path.elementAt(index);
+            seed = qHashMulti(seed, element.x, element.y);
+        }
+    }
+    return seed;
+}
+
+qsizetype StrokeCoverage::bytes() const
+{
+    return qsizetype(sizeof(*this) + runs.capacity() * sizeof(Run) + coverage.capacity());
+}
+
+void StrokeCoverage::blend(QImage &image, QPoint offset, const QRect &clip) const
+{
+    const QRect place = box.translated(offset);
+    const QRect visible = place.intersected(clip).intersected(QRect(QPoint(), image.size()));
+    if (visible.isEmpty())
+        return;
+
+    const QRgb color = qPremultiply(pen.color().rgba());
+    const bool opaque = qAlpha(color) == 255;
+    uchar *const bits = image.bits();
+    const qsizetype bytesPerLine = image.bytesPerLine();
+    const auto firstRun = std::ranges::lower_bound(runs, visible.top() - place.top(), {}, &Run::y);
+    for (auto run = firstRun; run != runs.end(); ++run) {
+        const int y = place.top() + run->y;
+        if (y > visible.bottom())
+            break;
+        const int left = std::max(place.left() + run->x, visible.left());
+        const int right = std::min(place.left() + run->x + run->length - 1, visible.right());
+        if (left > right)
+            continue;
+        const uchar *covered = coverage.data() + run->first + (left - place.left() - run->x);
+        auto *pixel = reinterpret_cast<QRgb *>(bits + y * bytesPerLine) + left;
+        for (int x = left; x <= right; ++x, ++pixel, ++covered) {
+            if (*covered == 255 && opaque) {
+                *pixel = color;
+            } else {
+                const QRgb share = byteMul(color, *covered);
+                *pixel = share + byteMul(*pixel, 255U - static_cast<uint>(qAlpha(share)));
+            }
+        }
+    }
+}

@@ -1,0 +1,438 @@
+// What the board shows is what painting everything anew would show, and costs far less.
+#include "items/arrowlineitem.h"
+#include "items/resizablepixmapitem.h"
+#include "items/stickynoteitem.h"
+#include "painting/canvasview.h"
+#include "tests/board/presentation.h"
+#include "tests/board/shownboard.h"
+#include "tests/support/items/strokes.h"
+#include "tests/support/main/registeredtest.h"
+
+#include <QGraphicsTextItem>
+#include <QPushButton>
+#include <QRandomGenerator>
+#include <QScreen>
+#include <QScrollBar>
+#include <QTest>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+CanvasView &canvasOf(const ShownBoard &board)
+{
+    return dynamic_cast<CanvasView &>(board.view);
+}
+
+/// What the screen shows where the canvas is. On Windows another window may lie before it, and it is
+/// what the view has given to be shown.
+QImage shown(const ShownBoard &board)
+{
+#ifdef Q_OS_WIN
+    return canvasOf(board).frame().picture();
+#else
+    const QPoint corner = board.view.viewport()->mapTo(&board.window, QPoint());
+    const QSize size = board.view.viewport()->size();
+    return board.window.screen()
+        ->grabWindow(board.window.winId(), corner.x(), corner.y(), size.width(), size.height())
+        .toImage()
+        .convertToFormat(QImage::Format_RGB32);
+#endif
+}
+
+/// What a view of the toolkit shows that paints everything anew.
+QImage paintedAnew(const ShownBoard &board)
+{
+    QGraphicsView fresh(&board.scene);
+    fresh.setFrameShape(QFrame::NoFrame);
+    fresh.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    fresh.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    fresh.setRenderHints(board.view.renderHints());
+    fresh.setStyleSheet(u"background: white"_s);
+    fresh.setSceneRect(board.view.sceneRect());
+    fresh.setTransform(board.view.transform());
+    fresh.resize(board.view.viewport()->size());
+    fresh.setAttribute(Qt::WA_DontShowOnScreen);
+    fresh.show();
+    const auto scrollLike = [](QScrollBar &bar, const QScrollBar &other) {
+        bar.setRange(other.minimum(), other.maximum());
+        bar.setValue(other.value());
+    };
+    scrollLike(*fresh.horizontalScrollBar(), *board.view.horizontalScrollBar());
+    scrollLike(*fresh.verticalScrollBar(), *board.view.verticalScrollBar());
+    return fresh.viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+/// How many pixels outside of the panels differ by more than rounding, by how much and where; empty
+/// when none does.
+QString differences(const ShownBoard &board)
+{
+    constexpr int rounding = 3;
+    // The scene tells its changes first, the view paints them after that.
+    board.processEvents();
+    board.processEvents();
+    const QImage one = shown(board);
+    const QImage other = paintedAnew(board);
+    if (one.size() != other.size())
+        return u"sizes"_s;
+    QRegion canvas(one.rect());
+    const qreal ratio = board.view.devicePixelRatioF();
+    const auto children =
+        board.view.parentWidget()->findChildren<QWidget *>(Qt::FindDirectChildrenOnly);
+    for (const auto *panel : children) {
+        if (panel != &board.view && panel->isVisible()) {
+            const QRect place = panel->geometry();
+            canvas -= QRect(place.topLeft() * ratio, place.size() * ratio).adjusted(-2, -2, 2, 2);
+        }
+    }
+    int most = 0;
+    int count = 0;
+    QRect where;
+    for (const QRect &part : canvas) {
+        for (int y = part.top(); y <= part.bottom(); ++y) {
+            const auto *const a = reinterpret_cast<const QRgb *>(one.constScanLine(y));
+            const auto *const b = reinterpret_cast<const QRgb *>(other.constScanLine(y));
+            if (std::equal(a + part.left(), a + part.right() + 1, b + part.left()))
+                continue;
+            for (int x = part.left(); x <= part.right(); ++x) {
+                const int off = std::max({std::abs(qRed(a[x]) - qRed(b[x])),
+                                          std::abs(qGreen(a[x]) - qGreen(b[x])),
+                                          std::abs(qBlue(a[x]) - qBlue(b[x]))});
+                most = std::max(most, off);
+                if (off > rounding) {
+                    ++count;
+                    where |= QRect(x, y, 1, 1);
+                }
+            }
+        }
+    }
+    if (count == 0)
+        return {};
+    return u"%1 pixels by up to %2 in %3,%4 %5x%6"_s.arg(count)
+        .arg(most)
+        .arg(where.x())
+        .arg(where.y())
+        .arg(where.width())
+        .arg(where.height());
+}
+
+QPainterPath circle(QPointF center, qreal radius, int points)
+{
+    QPainterPath path(center + QPointF(radius, 0));
+    for (int i = 1; i < points; ++i) {
+        const qreal angle = i * 6.3 / points;
+        path.lineTo(center + radius * QPointF(std::cos(angle), std::sin(angle)));
+    }
+    return path;
+}
+
+/// Strokes all over the board.
+void addLesson(QGraphicsScene &scene, int count)
+{
+    QRandomGenerator random(2026);
+    for (int i = 0; i < count; ++i) {
+        auto *const stroke = new FreeDrawItem;
+        stroke->setPath(circle({qreal(random.bounded(1920)), qreal(random.bounded(1080))},
+                               20 + random.bounded(120), 60));
+        scene.addItem(stroke);
+    }
+}
+
+QPixmap picture()
+{
+    QPixmap pixmap(160, 120);
+    pixmap.fill(QColor(90, 160, 200));
+    return pixmap;
+}
+
+} // namespace
+
+class TestCanvasPainting : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyKindLooksAsPaintedAnew();
+    void wideArrowHeadsSurviveWhatHappensBesideThem_data();
+    void wideArrowHeadsSurviveWhatHappensBesideThem();
+    void whatHappensByChanceLeavesNothingBehind_data();
+    void whatHappensByChanceLeavesNothingBehind();
+    void aPresentationLooksAsPaintedAnew();
+    void aMoveOfThePenPaintsOneStroke();
+    void scrollingPaintsNoStrokeAgain();
+    void undoingPaintsNoStrokeAgain();
+    void elsewhereTheViewRendersItsItems();
+    void aHiddenBoardHoldsNoPictures();
+    void whatIsKeptStaysWithinItsLimit();
+};
+
+void TestCanvasPainting::everyKindLooksAsPaintedAnew()
+{
+    ShownBoard board;
+    addLesson(board.scene, 40);
+    auto *const note = new StickyNoteItem;
+    note->setPos(300, 200);
+    board.scene.addItem(note);
+    board.scene.addItem(new ArrowLineItem({100, 100}, {700, 500}));
+    auto *const image = new ResizablePixmapItem(picture());
+    image->setPos(600, 150);
+    board.scene.addItem(image);
+    image->setSelected(true);
+    board.processEvents();
+    QCOMPARE(differences(board), QString());
+
+    image->setPos(610, 170);
+    note->setPos(310, 190);
+    note->setNoteColor(StickyNoteItem::Pink);
+    note->setText(u"otra idea"_s);
+    board.processEvents();
+    QCOMPARE(differences(board), QString());
+
+    delete note;
+    board.processEvents();
+    QCOMPARE(differences(board), QString());
+}
+
+void TestCanvasPainting::wideArrowHeadsSurviveWhatHappensBesideThem_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::newRow("thin") << 2;
+    QTest::newRow("wide") << 12;
+    QTest::newRow("very wide") << 60;
+}
+
+void TestCanvasPainting::wideArrowHeadsSurviveWhatHappensBesideThem()
+{
+    QFETCH(const int, width);
+    ShownBoard board;
+    auto *const arrow = new ArrowLineItem({600, 500}, {600, 250});
+    arrow->setWidth(width);
+    board.scene.addItem(arrow);
+    board.processEvents();
+
+    board.click("ModoLapiz");
+    board.pointer.press({500, 240});
+    for (int x = 505; x < 700; x += 5) {
+        board.pointer.move({qreal(x), 255});
+        board.processEvents();
+    }
+    QCOMPARE(differences(board), QString());
+    board.pointer.release({700, 240});
+    board.processEvents();
+    QCOMPARE(differences(board), QString());
+
+    board.click("ModoDeshacer");
+    board.processEvents();
+    QCOMPARE(differences(board), QString());
+}
+
+void TestCanvasPainting::whatHappensByChanceLeavesNothingBehind_data()
+{
+    QTest::addColumn<quint32>("seed");
+    for (quint32 seed = 1; seed <= 4; ++seed)
+        QTest::addRow("seed %u", seed) << seed;
+}
+
+void TestCanvasPainting::whatHappensByChanceLeavesNothingBehind()
+{
+    QFETCH(const quint32, seed);
+    constexpr int steps = 60;
+    QRandomGenerator random(seed);
+    ShownBoard board;
+    addLesson(board.scene, 60);
+    board.processEvents();
+    const auto place = [&random] {
+        return QPointF(80 + random.bounded(1000), 80 + random.bounded(500));
+    };
+    for (int step = 0; step < steps; ++step) {
+        const auto items = board.scene.items();
+        auto *const item = items.isEmpty() ? nullptr : items.at(random.bounded(int(items.size())));
+        const int what = random.bounded(11);
+        if (what == 0) {
+            board.click("ModoLapiz");
+            const QPointF start = board.view.mapToScene(place().toPoint());
+            board.pointer.drag({start, start + QPointF(60, 30), start + QPointF(20, 90)});
+        } else if (what == 1) {
+            board.click("ModoLinea");
+            const QPointF start = board.view.mapToScene(place().toPoint());
+            board.pointer.drag({start, start + QPointF(random.bounded(200) - 100, 80)});
+        } else if (what == 2) {
+            auto *const note = new StickyNoteItem;
+            note->setPos(place());
+            board.scene.addItem(note);
+        } else if (what == 3) {
+            auto *const image = new ResizablePixmapItem(picture());
+            image->setPos(place());
+            board.scene.addItem(image);
+        } else if (what == 4 && item && !item->parentItem()) {
+            item->moveBy(random.bounded(200) - 100, random.bounded(200) - 100);
+        } else if (what == 5 && item && !item->parentItem()) {
+            delete item;
+        } else if (what == 6) {
+            board.view.verticalScrollBar()->setValue(random.bounded(380));
+            board.view.horizontalScrollBar()->setValue(random.bounded(720));
+        } else if (what == 7) {
+            board.click(random.bounded(2) ? "ModoDeshacer" : "ModoRehacer");
+        } else if (what == 8 && item) {
+            item->setSelected(!item->isSelected());
+        } else if (what == 9 && item && !item->parentItem()) {
+            item->setZValue(random.bounded(4));
+        } else if (auto *const arrow = dynamic_cast<ArrowLineItem *>(item)) {
+            arrow->setWidth(1 + random.bounded(20));
+        } else if (auto *const note = dynamic_cast<StickyNoteItem *>(item)) {
+            note->setText(QString::number(random.generate()));
+        }
+        // Not always at rest: what comes before the next painting comes together.
+        if (random.bounded(3) == 0)
+            continue;
+        board.processEvents();
+        const QString off = differences(board);
+        QVERIFY2(off.isEmpty(), qPrintable(u"step %1, kind %2: %3"_s.arg(step).arg(what).arg(off)));
+    }
+}
+
+void TestCanvasPainting::aPresentationLooksAsPaintedAnew()
+{
+    ShownBoard board;
+    addLesson(board.scene, 60);
+    board.processEvents();
+    enterPresentation(board);
+    QCOMPARE(differences(board), QString());
+
+    pressKey(board, Qt::Key_Escape);
+    board.processEvents();
+    QCOMPARE(differences(board), QString());
+}
+
+void TestCanvasPainting::aMoveOfThePenPaintsOneStroke()
+{
+    ShownBoard board;
+    addLesson(board.scene, 600);
+    board.processEvents();
+    board.click("ModoLapiz");
+    board.pointer.press({300, 200});
+    // Once around, so that every stroke there has been laid down once.
+    for (int i = 0; i <= 40; ++i) {
+        board.pointer.move(QPointF(600, 350)
+                           + QPointF(300 * std::cos(i * 0.16), 200 * std::sin(i * 0.16)));
+        board.processEvents();
+    }
+    const auto before = canvasOf(board).frame().work();
+
+    board.pointer.move({900, 352});
+    board.processEvents();
+
+    const auto after = canvasOf(board).frame().work();
+    QCOMPARE(after.strokesPainted - before.strokesPainted, 1);
+    QCOMPARE(after.othersPainted, before.othersPainted);
+    // Of the others those that lie under the new piece.
+    QVERIFY(after.strokesLaidDown - before.strokesLaidDown < 60);
+}
+
+void TestCanvasPainting::scrollingPaintsNoStrokeAgain()
+{
+    ShownBoard board;
+    addLesson(board.scene, 200);
+    board.processEvents();
+    auto *const bar = board.view.verticalScrollBar();
+    bar->setValue(bar->maximum());
+    board.processEvents();
+    bar->setValue(bar->minimum());
+    board.processEvents();
+    const auto before = canvasOf(board).frame().work();
+
+    bar->setValue(bar->maximum());
+    board.processEvents();
+
+    QCOMPARE(canvasOf(board).frame().work().strokesPainted, before.strokesPainted);
+    QCOMPARE(differences(board), QString());
+}
+
+void TestCanvasPainting::undoingPaintsNoStrokeAgain()
+{
+    ShownBoard board;
+    addLesson(board.scene, 200);
+    board.processEvents();
+    board.click("ModoPostIt");
+    board.pointer.click({500, 300});
+    board.processEvents();
+    board.click("ModoDeshacer");
+    board.processEvents();
+    board.click("ModoRehacer");
+    board.processEvents();
+    const auto before = canvasOf(board).frame().work();
+
+    // Other items now stand for the same strokes.
+    board.click("ModoDeshacer");
+    board.processEvents();
+
+    const auto after = canvasOf(board).frame().work();
+    QCOMPARE(after.strokesPainted, before.strokesPainted);
+    QVERIFY(after.strokesLaidDown > before.strokesLaidDown);
+    QCOMPARE(differences(board), QString());
+}
+
+void TestCanvasPainting::elsewhereTheViewRendersItsItems()
+{
+    ShownBoard board;
+    addStroke(board.scene, {{100, 100}, {400, 300}});
+    board.processEvents();
+    QImage image(300, 200, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QImage blank = image;
+
+    QPainter painter(&image);
+    board.view.render(&painter);
+    painter.end();
+
+    QVERIFY(image != blank);
+}
+
+void TestCanvasPainting::aHiddenBoardHoldsNoPictures()
+{
+    ShownBoard board;
+    addLesson(board.scene, 100);
+    board.processEvents();
+    QVERIFY(canvasOf(board).frame().bytes() > 1000000);
+
+    board.window.hide();
+
+    QCOMPARE(canvasOf(board).frame().bytes(), 0);
+
+    board.window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&board.window));
+    board.processEvents();
+    QCOMPARE(differences(board), QString());
+}
+
+void TestCanvasPainting::whatIsKeptStaysWithinItsLimit()
+{
+    constexpr qsizetype limit = qsizetype(192) * 1024 * 1024;
+    ShownBoard board;
+    for (int round = 0; round < 3; ++round) {
+        // Each stroke covers the whole board.
+        for (int i = 0; i < 60; ++i) {
+            auto *const stroke = new FreeDrawItem;
+            QPainterPath path;
+            for (int y = 0; y < 1080; y += 12) {
+                path.moveTo(0, y + 0.1 * i + round);
+                path.lineTo(1920, y + 3);
+            }
+            stroke->setWidth(6);
+            stroke->setPath(path);
+            board.scene.addItem(stroke);
+        }
+        board.processEvents();
+        board.view.verticalScrollBar()->setValue(100 * round + 50);
+        board.processEvents();
+        QVERIFY(canvasOf(board).frame().bytes() < limit);
+    }
+    QCOMPARE(differences(board), QString());
+}
+
+PLUMARA_TEST(TestCanvasPainting)
+#include "tst_canvaspainting.moc"
