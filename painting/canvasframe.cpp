@@ -99,7 +99,7 @@ QRegion CanvasFrame::scroll(QPoint step)
     const QRect all = image.rect();
     const QRect kept = all.intersected(all.translated(step));
     const auto copyRow = [&](int y) {
-        constexpr int bytes = sizeof(QRgb);
+        constexpr qsizetype bytes = sizeof(QRgb);
         std::memmove(image.scanLine(y) + kept.left() * bytes,
                      image.constScanLine(y - step.y()) + (kept.left() - step.x()) * bytes,
                      static_cast<size_t>(kept.width()) * bytes);

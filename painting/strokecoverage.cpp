@@ -109,7 +109,8 @@ size_t StrokeCoverage::hash(const QPainterPath &path, const QPen &pen)
 
 qsizetype StrokeCoverage::bytes() const
 {
-    return qsizetype(sizeof(*this) + runs.capacity() * sizeof(Run) + coverage.capacity());
+    const size_t all = sizeof(*this) + runs.capacity() * sizeof(Run) + coverage.capacity();
+    return static_cast<qsizetype>(all);
 }
 
 void StrokeCoverage::blend(QImage &image, QPoint offset, const QRect &clip) const
