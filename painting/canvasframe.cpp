@@ -87,6 +87,9 @@ QRegion CanvasFrame::matchView()
     if (image.size() == size && image.devicePixelRatio() == ratio && fraction == oldFraction)
         return place == oldPlace ? QRegion() : scroll(place - oldPlace);
 
+    // What is kept of strokes holds for one scale.
+    coverages.clear();
+    coverageBytes = 0;
     image = QImage(size, QImage::Format_RGB32);
     image.setDevicePixelRatio(ratio);
     painted.clear();
@@ -131,44 +134,43 @@ std::vector<PaintedState> CanvasFrame::statesIn(const QRectF &sceneRect) const
 QRegion CanvasFrame::changes(const QRegion &exposed)
 {
     const QRectF seen = toScene(exposed.boundingRect());
-    const auto shows = [&seen](const PaintedState &state) {
-        return state.area.intersects(seen) || seen.contains(state.area.topLeft());
-    };
     std::vector<PaintedState> now = statesIn(seen);
-    std::erase_if(now, std::not_fn(shows));
+    for (const auto &state : now)
+        reach = std::max(reach, state.headReach);
+    std::erase_if(now, [&seen](const PaintedState &state) { return !state.area.intersects(seen); });
 
     // As long as the same items lie there in the same order, each is compared with itself.
-    QRegion changed;
-    auto before = painted.begin();
-    bool sameItems = true;
-    std::vector<std::pair<std::vector<PaintedState>::iterator, PaintedState *>> pairs;
-    for (auto &state : now) {
-        before = std::find_if(before, painted.end(),
-                              [&](const PaintedState &old) { return shows(old); });
-        if (before == painted.end() || before->item != state.item) {
-            sameItems = false;
-            break;
-        }
-        pairs.emplace_back(before++, &state);
+    std::vector<PaintedState *> before;
+    for (auto &state : painted) {
+        if (state.area.intersects(seen))
+            before.push_back(&state);
     }
-    sameItems = sameItems && std::none_of(before, painted.end(), shows);
-    if (sameItems) {
-        for (auto &[old, state] : pairs) {
-            const QRectF area = changedArea(*old, *state);
-            if (!area.isEmpty()) {
-                changed += toPixels(area);
-                moving.insert(state->item);
-                *old = std::move(*state);
-            }
-        }
-        return changed;
-    }
+    const bool sameItems =
+        std::ranges::equal(before, now, {}, &PaintedState::item, &PaintedState::item);
+    if (!sameItems)
+        return changesOfAll();
 
-    // Items have come, gone or changed places: all that are in sight are looked at.
+    QRegion changed;
+    for (size_t i = 0; i < now.size(); ++i) {
+        const QRect area = changedPixels(*before[i], now[i]);
+        changed += area;
+        if (!now[i].uncertain)
+            settled += area;
+        if (!area.isEmpty())
+            *before[i] = std::move(now[i]);
+    }
+    return changed;
+}
+
+/// The same where items have come, gone or changed places: all that are in sight are looked at.
+QRegion CanvasFrame::changesOfAll()
+{
     std::unordered_map<const QGraphicsItem *, const PaintedState *> known;
     for (const auto &state : painted)
         known.emplace(state.item, &state);
-    std::vector<PaintedState> all = statesIn(toScene(QRect(QPoint(), image.size())));
+
+    QRegion changed;
+    std::vector<PaintedState> all = statesIn(toScene(image.rect()));
     qsizetype lastPlace = -1;
     for (const auto &state : all) {
         const auto old = known.find(state.item);
@@ -177,11 +179,7 @@ QRegion CanvasFrame::changes(const QRegion &exposed)
             moving.insert(state.item);
             continue;
         }
-        const QRectF area = changedArea(*old->second, state);
-        if (!area.isEmpty()) {
-            changed += toPixels(area);
-            moving.insert(state.item);
-        }
+        changed += changedPixels(*old->second, state);
         // Lies now above one that lay above it.
         const qsizetype place = old->second - painted.data();
         if (place < lastPlace)
@@ -191,19 +189,32 @@ QRegion CanvasFrame::changes(const QRegion &exposed)
     }
     for (const auto &[item, state] : known)
         changed += toPixels(state->area);
+    settled += changed;
     painted = std::move(all);
-    if (coverages.size() > 2 * static_cast<size_t>(canvas.scene()->items().size()))
+
+    const auto items = static_cast<size_t>(canvas.scene()->items().size());
+    if (coverageBytes > coverageLimit / 2 || coverages.size() > 2 * items)
         dropUnusedCoverage();
     return changed;
 }
 
-void CanvasFrame::update(const QRegion &exposed)
+/// What of the picture differs now that an item has gone from \a before to \a after.
+QRect CanvasFrame::changedPixels(const PaintedState &before, const PaintedState &after)
+{
+    const QRectF area = changedArea(before, after);
+    if (area.isEmpty())
+        return {};
+    moving.insert(after.item);
+    return toPixels(area);
+}
+
+QRegion CanvasFrame::update(const QRegion &exposed)
 {
     if (!canvas.scene() || canvas.viewport()->size().isEmpty())
-        return;
+        return {};
     const QRegion uncovered = matchView();
     if (image.isNull())
-        return; // there is no memory for it
+        return {}; // there is no memory for it
     const QRect all = image.rect();
     QRegion pixels = uncovered.isEmpty() ? QRegion() : QRegion(all);
     const qreal ratio = image.devicePixelRatio();
@@ -213,6 +224,7 @@ void CanvasFrame::update(const QRegion &exposed)
     }
 
     moving.clear();
+    settled = {};
     const bool scrolled = !uncovered.isEmpty() && !painted.empty();
     QRegion changed = changes(pixels);
     // A hand moves few items at once. What an opening, an undoing or a scrolling brings will rest.
@@ -228,6 +240,13 @@ void CanvasFrame::update(const QRegion &exposed)
         for (const QRect &part : changed)
             paint(part);
     }
+
+    QRegion rest;
+    for (const QRect &part : settled &all) {
+        rest +=
+            QRectF(QPointF(part.topLeft()) / ratio, QSizeF(part.size()) / ratio).toAlignedRect();
+    }
+    return rest - exposed;
 }
 
 /// \a changed, and all of the dashed outlines that lie in it, or all there are after scrolling: where
@@ -235,12 +254,18 @@ void CanvasFrame::update(const QRegion &exposed)
 QRegion CanvasFrame::withWholeOutlines(const QRegion &changed, bool scrolled) const
 {
     QRegion whole = changed;
-    for (const auto &state : painted) {
-        if (!state.selected && !state.uncertain)
-            continue;
-        const QRect area = toPixels(state.area);
-        if (scrolled || changed.intersects(area))
-            whole += area;
+    // One that is added may cut through another.
+    for (bool grown = true; grown;) {
+        grown = false;
+        for (const auto &state : painted) {
+            if (!state.selected && !state.uncertain)
+                continue;
+            const QRegion area = toPixels(state.area) & image.rect();
+            if ((scrolled || whole.intersects(area)) && !(area - whole).isEmpty()) {
+                whole += area;
+                grown = true;
+            }
+        }
     }
     return whole;
 }
@@ -281,19 +306,16 @@ bool CanvasFrame::layDown(const QGraphicsItem *item, const QTransform &transform
         return entry.second.holdsFor(path, pen, transform);
     });
     if (kept == last) {
-        if (moving.contains(item)
-            || !StrokeCoverage::isFeasible(toPixels(stroke->sceneBoundingRect())))
+        if (moving.contains(item) || coverageBytes > coverageLimit
+            || !StrokeCoverage::isFeasible(path, pen, transform)) {
             return false;
-        // What was kept of it is for another scale.
-        for (auto stale = first; stale != last;) {
-            coverageBytes -= stale->second.bytes();
-            stale = coverages.erase(stale);
         }
-        if (coverageBytes > coverageLimit)
-            return false;
         const bool antialiased = canvas.renderHints().testFlag(QPainter::Antialiasing);
-        kept = coverages.emplace(hash, StrokeCoverage(path, pen, transform, antialiased));
-        coverageBytes += kept->second.bytes();
+        StrokeCoverage coverage(path, pen, transform, antialiased);
+        if (!coverage.isValid() || coverageBytes + coverage.bytes() > coverageLimit)
+            return false;
+        coverageBytes += coverage.bytes();
+        kept = coverages.emplace(hash, std::move(coverage));
         ++done.strokesPainted;
     }
     kept->second.blend(image, StrokeCoverage::split(transform).second, pixels);

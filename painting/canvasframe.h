@@ -28,9 +28,10 @@ public:
     /// Items paint up to this far outside their bounding rectangles, in scene units.
     void setReach(qreal sceneUnits) { reach = sceneUnits; }
 
-    /// Brings the picture up to date inside \a exposed, in the viewport's units, and wherever else
-    /// what is seen to have changed there shows.
-    void update(const QRegion &exposed);
+    /// Brings the picture up to date inside \a exposed and wherever else what is seen to have changed
+    /// there shows. Returns what of the latter lies outside \a exposed and is to be exposed as well;
+    /// all in the viewport's units.
+    QRegion update(const QRegion &exposed);
 
     /// The picture, of the viewport's size; its device pixel ratio is the screen's.
     const QImage &picture() const { return image; }
@@ -50,7 +51,7 @@ public:
     };
     const Work &work() const { return done; }
 
-    /// All kept coverage together takes no more than this, in bytes.
+    /// All kept coverage together takes no more than this, in bytes; further strokes paint themselves.
     static constexpr qsizetype coverageLimit = qsizetype(96) * 1024 * 1024;
 
 private:
@@ -58,6 +59,8 @@ private:
     QRegion scroll(QPoint step);
     std::vector<PaintedState> statesIn(const QRectF &sceneRect) const;
     QRegion changes(const QRegion &exposed);
+    QRegion changesOfAll();
+    QRect changedPixels(const PaintedState &before, const PaintedState &after);
     QRegion withWholeOutlines(const QRegion &changed, bool scrolled) const;
     void paint(const QRect &pixels);
     bool layDown(const QGraphicsItem *item, const QTransform &transform, const QRect &pixels);
@@ -77,5 +80,7 @@ private:
     qreal reach = 0;
     // What has just changed, and may well change again with the next event: it paints itself.
     std::unordered_set<const QGraphicsItem *> moving;
+    // What has changed and will not, by itself, look changed again at the next painting; in pixels.
+    QRegion settled;
     Work done;
 };

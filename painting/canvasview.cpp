@@ -26,7 +26,10 @@ void CanvasView::paintEvent(QPaintEvent *event)
     }
     if (!scene())
         return;
-    canvas.update(event->region());
+    // The toolkit exposes a deleted item by its bare rectangle, without blurred edges and heads.
+    const QRegion rest = canvas.update(event->region());
+    if (!rest.isEmpty())
+        viewport()->update(rest);
     QPainter painter(viewport());
     painter.setClipRegion(event->region());
     painter.setCompositionMode(QPainter::CompositionMode_Source);
@@ -49,6 +52,8 @@ void CanvasView::hideEvent(QHideEvent *event)
 
 void CanvasView::repaintArrowHeads(const QList<QRectF> &changed)
 {
+    if (!scene())
+        return;
     // The heads that are to vanish were there at the last change.
     const qreal reachBefore = std::exchange(arrowReach, 0);
     const auto items = scene()->items();

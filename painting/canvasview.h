@@ -6,7 +6,8 @@
 #include <QGraphicsView>
 
 /// A graphics view that shows its scene from a picture which it keeps up to date, see CanvasFrame.
-/// Everything else is the toolkit's, its class name for style sheets and look-ups, too.
+/// Everything else is the toolkit's, its class name for style sheets and look-ups, too; but there is
+/// neither a foreground nor a rubber band.
 class CanvasView : public QGraphicsView
 {
 public:

@@ -15,6 +15,8 @@ namespace {
 constexpr qreal penReach = 1.0;
 // Blurred edges, in scene units.
 constexpr qreal blur = 2.0;
+// A hairline along an axis has no area of its own, and would intersect nothing.
+constexpr qreal leastExtent = 0.01; // scene units
 
 void describe(PaintedState &state, const FreeDrawItem &stroke)
 {
@@ -33,6 +35,7 @@ void describe(PaintedState &state, const ArrowLineItem &arrow)
     state.line = arrow.line();
     state.pen = arrow.QGraphicsLineItem::pen();
     const qreal reach = arrow.headReach();
+    state.headReach = reach;
     state.area =
         arrow.sceneTransform().mapRect(arrow.boundingRect().adjusted(-reach, -reach, reach, reach));
 }
@@ -72,13 +75,15 @@ PaintedState paintedState(const QGraphicsItem *item)
     PaintedState state;
     state.item = item;
     state.transform = item->sceneTransform();
-    state.area = state.transform.mapRect(item->boundingRect());
+    state.area = state.transform.mapRect(item->boundingRect())
+                     .adjusted(-leastExtent, -leastExtent, leastExtent, leastExtent);
     state.opacity = item->effectiveOpacity();
     state.selected = item->isSelected();
     if (visitBoardItem(item, [&state](const auto &known) { describe(state, known); }))
         return state;
     if (const auto *const text = qgraphicsitem_cast<const QGraphicsTextItem *>(item)) {
         state.content = text->document()->revision();
+        state.text = text->toPlainText();
         // The cursor blinks, and a selection is no revision.
         state.uncertain = text->hasFocus() || text->textCursor().hasSelection();
     } else {
@@ -91,7 +96,8 @@ QRectF changedArea(const PaintedState &before, const PaintedState &after)
 {
     const bool sameFrame = before.transform == after.transform && before.opacity == after.opacity
         && before.selected == after.selected && !before.uncertain && !after.uncertain
-        && before.content == after.content && before.pen == after.pen && before.line == after.line;
+        && before.content == after.content && before.text == after.text && before.pen == after.pen
+        && before.line == after.line;
     if (sameFrame && before.path == after.path)
         return before.area == after.area ? QRectF() : before.area.united(after.area);
     QRectF tail;

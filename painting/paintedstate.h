@@ -5,8 +5,8 @@
 #include <QLineF>
 #include <QPainterPath>
 #include <QPen>
+#include <QString>
 #include <QTransform>
-#include <QVariant>
 
 /// The look of one item when it was painted last.
 struct PaintedState
@@ -20,6 +20,8 @@ struct PaintedState
     QPen pen; // of a stroke or an arrow
     QLineF line; // of an arrow
     qint64 content = 0; // of a note its colour, of its text the revision, of an image its key
+    QString text; // of a note
+    qreal headReach = 0; // how far an arrow's head reaches outside its rectangle, in scene units
     /// It cannot be told whether it looks the same: a text that is edited, an unknown item.
     bool uncertain = false;
 };

@@ -29,7 +29,8 @@ constexpr QRgb byteMul(QRgb color, uint a)
 QRect pixelBounds(const QPainterPath &path, const QPen &pen, const QTransform &transform)
 {
     // A mitre reaches farther than half the pen's width.
-    const qreal reach = std::max(pen.widthF(), 1.0) * std::max(1.0, pen.miterLimit());
+    const qreal corner = pen.joinStyle() == Qt::RoundJoin ? 1.0 : std::max(1.0, pen.miterLimit());
+    const qreal reach = std::max(pen.widthF(), 1.0) * corner;
     const QRectF rect =
         transform.mapRect(path.controlPointRect().adjusted(-reach, -reach, reach, reach));
     const QRectF limit(-1e6, -1e6, 2e6, 2e6);
@@ -38,17 +39,27 @@ QRect pixelBounds(const QPainterPath &path, const QPen &pen, const QTransform &t
 
 } // namespace
 
-bool StrokeCoverage::isFeasible(const QRect &bounds)
+bool StrokeCoverage::isFeasible(const QPainterPath &path, const QPen &pen,
+                                const QTransform &transform)
 {
+    const QRect bounds = pixelBounds(path, pen, split(transform).first);
     return bounds.width() <= longestSide && bounds.height() <= longestSide
         && qint64(bounds.width()) * bounds.height() <= mostPixels;
 }
 
 std::pair<QTransform, QPoint> StrokeCoverage::split(const QTransform &t)
 {
-    const QPoint whole(static_cast<int>(std::floor(t.dx())), static_cast<int>(std::floor(t.dy())));
-    return {QTransform(t.m11(), t.m12(), t.m21(), t.m22(), t.dx() - whole.x(), t.dy() - whole.y()),
-            whole};
+    // Places beyond whole numbers are out of sight. Fractions are rounded finer than any eye sees, so
+    // that those of one place are the same after every scrolling.
+    constexpr qreal farthest = 1e9;
+    constexpr qreal fineness = 4096;
+    const auto fraction = [](qreal value) {
+        return std::round((value - std::floor(value)) * fineness) / fineness;
+    };
+    const qreal dx = std::clamp(t.dx(), -farthest, farthest);
+    const qreal dy = std::clamp(t.dy(), -farthest, farthest);
+    const QPoint whole(static_cast<int>(std::floor(dx)), static_cast<int>(std::floor(dy)));
+    return {QTransform(t.m11(), t.m12(), t.m21(), t.m22(), fraction(dx), fraction(dy)), whole};
 }
 
 StrokeCoverage::StrokeCoverage(const QPainterPath &path, const QPen &strokePen,
@@ -59,6 +70,9 @@ StrokeCoverage::StrokeCoverage(const QPainterPath &path, const QPen &strokePen,
     , box(pixelBounds(path, strokePen, fraction))
 {
     QImage picture(box.size(), QImage::Format_ARGB32_Premultiplied);
+    isPainted = !picture.isNull();
+    if (!isPainted)
+        return;
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing, antialiased);
@@ -109,7 +123,9 @@ size_t StrokeCoverage::hash(const QPainterPath &path, const QPen &pen)
 
 qsizetype StrokeCoverage::bytes() const
 {
-    const size_t all = sizeof(*this) + runs.capacity() * sizeof(Run) + coverage.capacity();
+    const auto points = static_cast<size_t>(source.elementCount());
+    const size_t all = sizeof(*this) + runs.capacity() * sizeof(Run) + coverage.capacity()
+        + points * sizeof(QPainterPath::Element);
     return static_cast<qsizetype>(all);
 }
 

@@ -31,11 +31,14 @@ public:
     /// A number that strokes which look alike share, and others hardly ever.
     static size_t hash(const QPainterPath &path, const QPen &pen);
 
-    /// How much memory it takes, in bytes.
+    /// How much memory it takes, in bytes, with the path, which the item may have let go.
     qsizetype bytes() const;
 
-    /// Whether a stroke in such a rectangle of pixels is worth keeping, and can be.
-    static bool isFeasible(const QRect &bounds);
+    /// Whether the coverage of such a stroke can be made with little memory.
+    static bool isFeasible(const QPainterPath &path, const QPen &pen, const QTransform &transform);
+
+    /// Whether there was the memory to make it.
+    bool isValid() const { return isPainted; }
 
     /// The part of \a transform that is no translation by whole pixels, and that translation.
     static std::pair<QTransform, QPoint> split(const QTransform &transform);
@@ -54,6 +57,7 @@ private:
     QPen pen;
     QTransform fraction;
     QRect box;
+    bool isPainted = false;
     std::vector<Run> runs;
     std::vector<uchar> coverage;
 };

@@ -161,6 +161,9 @@ private slots:
     void wideArrowHeadsSurviveWhatHappensBesideThem();
     void whatHappensByChanceLeavesNothingBehind_data();
     void whatHappensByChanceLeavesNothingBehind();
+    void aDeletedArrowLeavesNoHead();
+    void anotherTextInTheSamePlaceIsSeen();
+    void hairlinesVanishWhenErased();
     void aPresentationLooksAsPaintedAnew();
     void aMoveOfThePenPaintsOneStroke();
     void scrollingPaintsNoStrokeAgain();
@@ -293,6 +296,58 @@ void TestCanvasPainting::whatHappensByChanceLeavesNothingBehind()
         const QString off = differences(board);
         QVERIFY2(off.isEmpty(), qPrintable(u"step %1, kind %2: %3"_s.arg(step).arg(what).arg(off)));
     }
+}
+
+void TestCanvasPainting::aDeletedArrowLeavesNoHead()
+{
+    ShownBoard board;
+    auto *const arrow = new ArrowLineItem({400.3, 500.4}, {600.6, 250.7});
+    arrow->setWidth(12);
+    board.scene.addItem(arrow);
+    auto *const stroke = addStroke(board.scene, {{700.6, 300.6}, {720.4, 380.4}});
+    board.processEvents();
+    QCOMPARE(differences(board), QString());
+
+    delete arrow;
+    delete stroke;
+
+    QCOMPARE(differences(board), QString());
+}
+
+void TestCanvasPainting::anotherTextInTheSamePlaceIsSeen()
+{
+    ShownBoard board;
+    const auto addNote = [&board](const QString &text) {
+        auto *const note = new StickyNoteItem;
+        note->setText(text);
+        note->setPos(400, 200);
+        board.scene.addItem(note);
+        return note;
+    };
+    for (int i = 0; i < 5; ++i) {
+        auto *const note = addNote(u"uno"_s);
+        QCOMPARE(differences(board), QString());
+        // Mostly at the same address, and with as many revisions.
+        delete note;
+        const auto *const other = addNote(u"dos"_s);
+        QCOMPARE(differences(board), QString());
+        delete other;
+    }
+}
+
+void TestCanvasPainting::hairlinesVanishWhenErased()
+{
+    ShownBoard board;
+    auto *const across = addStroke(board.scene, {{300, 300}, {700, 300}});
+    across->setWidth(0);
+    auto *const down = addStroke(board.scene, {{500, 100}, {500, 500}});
+    down->setWidth(0);
+    QCOMPARE(differences(board), QString());
+
+    delete across;
+    QCOMPARE(differences(board), QString());
+    delete down;
+    QCOMPARE(differences(board), QString());
 }
 
 void TestCanvasPainting::aPresentationLooksAsPaintedAnew()

@@ -147,10 +147,17 @@ void TestStrokeCoverage::anEmptyPathCoversNothing()
 
 void TestStrokeCoverage::whatIsTooLargeIsNotFeasible()
 {
-    QVERIFY(StrokeCoverage::isFeasible({0, 0, 3840, 2160}));
-    QVERIFY(!StrokeCoverage::isFeasible({0, 0, 20000, 10}));
-    QVERIFY(!StrokeCoverage::isFeasible({0, 0, 10, 20000}));
-    QVERIFY(!StrokeCoverage::isFeasible({0, 0, 16000, 16000}));
+    const auto isFeasible = [](QPointF to, qreal width) {
+        QPainterPath path({0, 0});
+        path.lineTo(to);
+        return StrokeCoverage::isFeasible(path, roundPen(Qt::black, width), {});
+    };
+    QVERIFY(isFeasible({3840, 2160}, 2));
+    QVERIFY(!isFeasible({20000, 10}, 2));
+    QVERIFY(!isFeasible({10, 20000}, 2));
+    QVERIFY(!isFeasible({16000, 16000}, 2));
+    QVERIFY(!isFeasible({1e7, 1e7}, 2));
+    QVERIFY(!isFeasible({1, 1}, 4000));
 }
 
 void TestStrokeCoverage::strokesThatLookAlikeShareTheirHash()
