@@ -42,12 +42,14 @@ QByteArray boardFile()
 // The same board, whose paths share nothing with those in the scene.
 BoardSnapshot unsharedSnapshot()
 {
-    BoardSnapshot snapshot = takeSnapshot(board());
-    for (auto &state : snapshot) {
+    const BoardSnapshot shared = takeSnapshot(board());
+    BoardSnapshot snapshot;
+    for (auto state : shared.states()) {
         auto stroke = state.data.value<std::pair<QPainterPath, QColor>>();
         stroke.first.setElementPositionAt(0, stroke.first.elementAt(0).x,
                                           stroke.first.elementAt(0).y);
         state.data = QVariant::fromValue(stroke);
+        snapshot.append(state);
     }
     return snapshot;
 }

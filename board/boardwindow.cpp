@@ -48,6 +48,7 @@ BoardWindow::~BoardWindow()
 void BoardWindow::buildScene()
 {
     scene = new QGraphicsScene(this);
+    recorder = std::make_unique<BoardRecorder>(*scene);
     ui->PizarraMain->setScene(scene);
     ui->PizarraMain->setRenderHint(QPainter::Antialiasing);
     scene->setSceneRect(BoardGeometry::board);
@@ -120,8 +121,8 @@ void BoardWindow::connectSignals()
     connect(scene, &QGraphicsScene::sceneRectChanged, this, &BoardWindow::captureSnapshot);
     // Quirk: a drag of an item may fill several steps of undoing, because each change that the
     // scene tells of is recorded, also in the middle of a drag.
-    connect(scene, &QGraphicsScene::changed, this, &BoardWindow::captureSnapshot);
-    connect(scene, &QGraphicsScene::changed, ui->PizarraMain, &CanvasView::repaintArrowHeads);
+    connect(scene, &QGraphicsScene::changed, this, &BoardWindow::captureChanges);
+    connect(scene, &QGraphicsScene::changed, ui->PizarraMain, &CanvasView::showChanges);
     // Quirk: selecting an item marks the board unsaved, because whoever takes hold of an item is
     // about to change it, and notes and arrows tell of no change themselves.
     connect(scene, &QGraphicsScene::selectionChanged, this, [this] {

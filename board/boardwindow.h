@@ -1,6 +1,7 @@
 // The board editor.
 #pragma once
 
+#include "history/boardrecorder.h"
 #include "history/boardsnapshot.h"
 
 #include <QGraphicsScene>
@@ -124,6 +125,8 @@ private:
     void insertImage(const QPixmap &pixmap);
 
     // undoredo.cpp
+    void captureChanges(const QList<QRectF> &changed);
+    void keepSnapshot(const BoardSnapshot &snapshot);
     void showSnapshot(const BoardSnapshot &snapshot);
 
     // boardfiles.cpp
@@ -155,6 +158,7 @@ private:
     QPointF lineStart;
     bool presenting = false;
     QPointF eraseStart;
+    std::unique_ptr<BoardRecorder> recorder;
     QList<BoardSnapshot> undoStack;
     QList<BoardSnapshot> redoStack;
     // Quirk: nine steps can be undone where the help page speaks of ten, because the oldest of the

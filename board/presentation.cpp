@@ -112,6 +112,7 @@ void BoardWindow::layOutPresentation()
     // the view's own scene rectangle is the screen's while the board is scaled to fit.
     view->setSceneRect(rect());
     view->fitInView(scene->sceneRect(), Qt::KeepAspectRatio);
+    view->viewport()->update();
 }
 
 void BoardWindow::resizeEvent(QResizeEvent *event)
@@ -175,6 +176,7 @@ void BoardWindow::stopPresentation()
     // is fitted into the view, which keeps the presentation's scene rectangle.
     view->resize(BoardGeometry::window);
     view->fitInView(scene->sceneRect(), Qt::KeepAspectRatio);
+    view->viewport()->update();
 
     for (const auto &places : panels)
         (ui.get()->*places.panel)->move(places.afterwards);

@@ -1,14 +1,21 @@
 // The undo history: at most historyLimit snapshots, of which the first, the baseline, stays.
 #include "board/boardwindow.h"
 
-#include <utility>
-
 void BoardWindow::captureSnapshot()
 {
-    BoardSnapshot snapshot = takeSnapshot(*scene);
+    keepSnapshot(recorder->snapshot());
+}
+
+void BoardWindow::captureChanges(const QList<QRectF> &changed)
+{
+    keepSnapshot(recorder->snapshotAfter(changed));
+}
+
+void BoardWindow::keepSnapshot(const BoardSnapshot &snapshot)
+{
     if (!undoStack.isEmpty() && snapshotsEqual(snapshot, undoStack.constLast()))
         return;
-    undoStack.append(std::move(snapshot));
+    undoStack.append(snapshot);
     if (historyLimit < undoStack.size())
         undoStack.removeFirst();
     redoStack.clear();

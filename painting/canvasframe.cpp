@@ -40,9 +40,19 @@ void CanvasFrame::clear()
 {
     image = {};
     painted.clear();
-    painted.shrink_to_fit();
+    outlined.clear();
+    moving.clear();
     coverages.clear();
     coverageBytes = 0;
+    reach = 0;
+}
+
+qsizetype CanvasFrame::bytes() const
+{
+    // A note stands in a table and, by its place, in another.
+    constexpr size_t bytesPerNote = sizeof(PaintedState) + 256;
+    return image.sizeInBytes() + coverageBytes
+        + static_cast<qsizetype>(painted.size() * bytesPerNote);
 }
 
 /// Lets go of the coverage of strokes that are no longer on the board.
@@ -74,26 +84,64 @@ QRectF CanvasFrame::toScene(const QRect &pixels) const
     return toDevice.inverted().mapRect(QRectF(pixels));
 }
 
-/// Follows the view where it was resized, scaled or scrolled. Returns what of the picture has to be
-/// painted for that, in pixels.
+QRegion CanvasFrame::toViewport(const QRegion &pixels) const
+{
+    const qreal ratio = image.devicePixelRatio();
+    QRegion units;
+    for (const QRect &part : pixels & image.rect()) {
+        units +=
+            QRectF(QPointF(part.topLeft()) / ratio, QSizeF(part.size()) / ratio).toAlignedRect();
+    }
+    return units;
+}
+
+QRegion CanvasFrame::follow(const QList<QRectF> &changed)
+{
+    if (image.isNull() || !canvas.scene())
+        return {};
+    QRegion differing;
+    if (NotedItems<PaintedState>::concernsAll(*canvas.scene(), changed)) {
+        differing = reviewAll();
+    } else {
+        painted.reviewChanged(*canvas.scene(), changed, [&](const auto *item) {
+            const bool differs = review(item, differing);
+            if (differs)
+                moving.insert(item);
+            return differs;
+        });
+    }
+    const QRegion anew = paintAnew(differing);
+    moving.clear();
+    return toViewport(anew);
+}
+
 QRegion CanvasFrame::matchView()
 {
+    if (!canvas.scene() || canvas.viewport()->size().isEmpty())
+        return {};
     const qreal ratio = canvas.viewport()->devicePixelRatioF();
     const QSize size = (QSizeF(canvas.viewport()->size()) * ratio).toSize();
     const QTransform transform = canvas.viewportTransform() * QTransform::fromScale(ratio, ratio);
     const auto [fraction, place] = StrokeCoverage::split(transform);
     const auto [oldFraction, oldPlace] = StrokeCoverage::split(toDevice);
     toDevice = transform;
-    if (image.size() == size && image.devicePixelRatio() == ratio && fraction == oldFraction)
-        return place == oldPlace ? QRegion() : scroll(place - oldPlace);
+    if (image.size() == size && image.devicePixelRatio() == ratio && fraction == oldFraction) {
+        if (place == oldPlace)
+            return {};
+        return toViewport(paintAnew(scroll(place - oldPlace), true));
+    }
 
     // What is kept of strokes holds for one scale.
-    coverages.clear();
-    coverageBytes = 0;
+    clear();
     image = QImage(size, QImage::Format_RGB32);
+    if (image.isNull())
+        return {}; // there is no memory for it
     image.setDevicePixelRatio(ratio);
-    painted.clear();
-    return QRect(QPoint(), size);
+    const auto items = canvas.scene()->items();
+    for (const auto *item : items)
+        reach = std::max(reach, paintedState(item).headReach);
+    reviewAll();
+    return toViewport(paintAnew(image.rect()));
 }
 
 /// Moves the picture by \a step and returns what comes into sight, all in pixels.
@@ -118,176 +166,138 @@ QRegion CanvasFrame::scroll(QPoint step)
     return QRegion(all) - kept;
 }
 
-/// How the items look that show in \a sceneRect, the lowest first.
-std::vector<PaintedState> CanvasFrame::statesIn(const QRectF &sceneRect) const
+/// The items that may show in \a pixels, the lowest first.
+QList<QGraphicsItem *> CanvasFrame::itemsIn(const QRect &pixels) const
 {
-    const auto items = canvas.scene()->items(sceneRect.adjusted(-reach, -reach, reach, reach),
-                                             Qt::IntersectsItemBoundingRect, Qt::AscendingOrder);
-    std::vector<PaintedState> states;
-    states.reserve(static_cast<size_t>(items.size()));
-    for (const auto *item : items)
-        states.push_back(paintedState(item));
-    return states;
+    return canvas.scene()->items(toScene(pixels).adjusted(-reach, -reach, reach, reach),
+                                 Qt::IntersectsItemBoundingRect, Qt::AscendingOrder);
 }
 
-/// What differs, in pixels, now that \a exposed is to be shown. Notes how everything looks now.
-QRegion CanvasFrame::changes(const QRegion &exposed)
+void CanvasFrame::note(const QGraphicsItem *item, PaintedState state)
 {
-    const QRectF seen = toScene(exposed.boundingRect());
-    std::vector<PaintedState> now = statesIn(seen);
-    for (const auto &state : now)
-        reach = std::max(reach, state.headReach);
-    std::erase_if(now, [&seen](const PaintedState &state) { return !state.area.intersects(seen); });
-
-    // As long as the same items lie there in the same order, each is compared with itself.
-    std::vector<PaintedState *> before;
-    for (auto &state : painted) {
-        if (state.area.intersects(seen))
-            before.push_back(&state);
-    }
-    const bool sameItems =
-        std::ranges::equal(before, now, {}, &PaintedState::item, &PaintedState::item);
-    if (!sameItems)
-        return changesOfAll();
-
-    QRegion changed;
-    for (size_t i = 0; i < now.size(); ++i) {
-        const QRect area = changedPixels(*before[i], now[i]);
-        changed += area;
-        if (!now[i].uncertain)
-            settled += area;
-        if (!area.isEmpty())
-            *before[i] = std::move(now[i]);
-    }
-    return changed;
+    reach = std::max(reach, state.headReach);
+    if (state.selected || state.uncertain)
+        outlined.insert(item);
+    else
+        outlined.erase(item);
+    painted.insert(item, std::move(state));
 }
 
-/// The same where items have come, gone or changed places: all that are in sight are looked at.
-QRegion CanvasFrame::changesOfAll()
+void CanvasFrame::forget(const QGraphicsItem *item)
 {
-    std::unordered_map<const QGraphicsItem *, const PaintedState *> known;
-    for (const auto &state : painted)
-        known.emplace(state.item, &state);
-
-    QRegion changed;
-    std::vector<PaintedState> all = statesIn(toScene(image.rect()));
-    qsizetype lastPlace = -1;
-    for (const auto &state : all) {
-        const auto old = known.find(state.item);
-        if (old == known.end()) {
-            changed += toPixels(state.area);
-            moving.insert(state.item);
-            continue;
-        }
-        changed += changedPixels(*old->second, state);
-        // Lies now above one that lay above it.
-        const qsizetype place = old->second - painted.data();
-        if (place < lastPlace)
-            changed += toPixels(state.area);
-        lastPlace = std::max(lastPlace, place);
-        known.erase(old);
-    }
-    for (const auto &[item, state] : known)
-        changed += toPixels(state->area);
-    settled += changed;
-    painted = std::move(all);
-
-    const auto items = static_cast<size_t>(canvas.scene()->items().size());
-    if (coverageBytes > coverageLimit / 2 || coverages.size() > 2 * items)
-        dropUnusedCoverage();
-    return changed;
+    painted.erase(item);
+    outlined.erase(item);
 }
 
-/// What of the picture differs now that an item has gone from \a before to \a after.
-QRect CanvasFrame::changedPixels(const PaintedState &before, const PaintedState &after)
+/// Compares \a item with how it was painted, notes how it is now, and adds the pixels that are to
+/// differ for that to \a differing. Returns whether any do.
+bool CanvasFrame::review(const QGraphicsItem *item, QRegion &differing)
 {
-    const QRectF area = changedArea(before, after);
+    PaintedState state = paintedState(item);
+    const auto *const before = painted.find(item);
+    const QRectF area = before ? changedArea(*before, state) : state.area;
     if (area.isEmpty())
-        return {};
-    moving.insert(after.item);
-    return toPixels(area);
+        return false;
+    differing += toPixels(area);
+    note(item, std::move(state));
+    // They go with it, and the scene need not tell of them.
+    const auto children = item->childItems();
+    for (const auto *child : children)
+        review(child, differing);
+    return true;
 }
 
-QRegion CanvasFrame::update(const QRegion &exposed)
+/// Reviews all items that are in sight and forgets all others. Returns the pixels that are to differ.
+QRegion CanvasFrame::reviewAll()
 {
-    if (!canvas.scene() || canvas.viewport()->size().isEmpty())
-        return {};
-    const QRegion uncovered = matchView();
-    if (image.isNull())
-        return {}; // there is no memory for it
-    const QRect all = image.rect();
-    QRegion pixels = uncovered.isEmpty() ? QRegion() : QRegion(all);
-    const qreal ratio = image.devicePixelRatio();
-    for (const QRect &rect : exposed) {
-        pixels +=
-            QRectF(QPointF(rect.topLeft()) * ratio, QSizeF(rect.size()) * ratio).toAlignedRect();
+    QRegion differing;
+    std::unordered_set<const QGraphicsItem *> present;
+    const auto items = itemsIn(image.rect());
+    for (const auto *item : items) {
+        present.insert(item);
+        review(item, differing);
     }
+    std::vector<const QGraphicsItem *> gone;
+    painted.visit([&](const auto *item, const PaintedState &state) {
+        if (present.contains(item))
+            return;
+        differing += toPixels(state.area);
+        gone.push_back(item);
+    });
+    for (const auto *item : gone)
+        forget(item);
 
-    moving.clear();
-    settled = {};
-    const bool scrolled = !uncovered.isEmpty() && !painted.empty();
-    QRegion changed = changes(pixels);
-    // A hand moves few items at once. What an opening, an undoing or a scrolling brings will rest.
-    constexpr size_t fewItems = 8;
-    if (scrolled || moving.size() > fewItems)
-        moving.clear();
-    changed = withWholeOutlines(changed + uncovered, scrolled) & all;
+    constexpr size_t someMore = 1000; // strokes that were undone, or have scrolled out of sight
+    if (coverageBytes > coverageLimit / 2 || coverages.size() > 2 * painted.size() + someMore)
+        dropUnusedCoverage();
+    return differing;
+}
+
+/// Paints \a pending and whatever else is seen to differ there. Returns all that was painted.
+QRegion CanvasFrame::paintAnew(QRegion pending, bool scrolled)
+{
     // Many small pieces cost more to find their items than to paint.
     constexpr int fewPieces = 8;
-    if (changed.rectCount() > fewPieces) {
-        paint(changed.boundingRect());
-    } else {
-        for (const QRect &part : changed)
-            paint(part);
-    }
-
-    QRegion rest;
-    for (const QRect &part : settled &all) {
-        rest +=
-            QRectF(QPointF(part.topLeft()) / ratio, QSizeF(part.size()) / ratio).toAlignedRect();
-    }
-    return rest - exposed;
-}
-
-/// \a changed, and all of the dashed outlines that lie in it, or all there are after scrolling: where
-/// the dashes begin depends on what is cut off, so an outline is painted as a whole.
-QRegion CanvasFrame::withWholeOutlines(const QRegion &changed, bool scrolled) const
-{
-    QRegion whole = changed;
-    // One that is added may cut through another.
-    for (bool grown = true; grown;) {
-        grown = false;
-        for (const auto &state : painted) {
-            if (!state.selected && !state.uncertain)
-                continue;
-            const QRegion area = toPixels(state.area) & image.rect();
-            if ((scrolled || whole.intersects(area)) && !(area - whole).isEmpty()) {
-                whole += area;
-                grown = true;
-            }
-        }
+    QRegion whole;
+    pending = withWholeOutlines(pending, scrolled);
+    while (!pending.isEmpty()) {
+        const QRect part =
+            pending.rectCount() > fewPieces ? pending.boundingRect() : *pending.begin();
+        const QRegion differing = paint(part);
+        whole += part;
+        pending -= part;
+        pending += withWholeOutlines(differing - part, false);
     }
     return whole;
 }
 
-void CanvasFrame::paint(const QRect &pixels)
+/// \a pixels, and all of the dashed outlines that lie in them, or all there are after scrolling: where
+/// the dashes begin depends on what is cut off, so an outline is painted as a whole.
+QRegion CanvasFrame::withWholeOutlines(QRegion pixels, bool scrolled) const
+{
+    pixels &= image.rect();
+    bool cutsOutline = false;
+    // One that is added may cut through another.
+    for (bool grown = true; grown;) {
+        grown = false;
+        for (const auto *item : outlined) {
+            const QRect area = toPixels(painted.find(item)->area) & image.rect();
+            if (!scrolled && !pixels.intersects(area))
+                continue;
+            cutsOutline = true;
+            if (!(QRegion(area) - pixels).isEmpty()) {
+                pixels += area;
+                grown = true;
+            }
+        }
+    }
+    return cutsOutline ? pixels.boundingRect() : pixels;
+}
+
+/// Paints \a pixels. Returns what is seen to differ elsewhere as well, because of items that have
+/// changed since the scene last told of changes.
+QRegion CanvasFrame::paint(const QRect &pixels)
 {
     for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
         auto *const line = reinterpret_cast<QRgb *>(image.scanLine(y)) + pixels.left();
         std::fill_n(line, pixels.width(), paper);
     }
-    const QRectF seen = toScene(pixels);
-    const auto items = canvas.scene()->items(seen.adjusted(-reach, -reach, reach, reach),
-                                             Qt::IntersectsItemBoundingRect, Qt::AscendingOrder);
+    QRegion differing;
     QPainter painter(&image);
     painter.setRenderHints(canvas.renderHints());
     painter.setClipRect(QRectF(QPointF(pixels.topLeft()) / image.devicePixelRatio(),
                                QSizeF(pixels.size()) / image.devicePixelRatio()));
+    const auto items = itemsIn(pixels);
     for (auto *item : items) {
+        // What cannot be told to be the same is told of by the scene when it changes.
+        const auto *const before = painted.find(item);
+        if (!before || !before->uncertain)
+            review(item, differing);
         const QTransform transform = item->deviceTransform(toDevice);
         if (!layDown(item, transform, pixels))
             paintItem(painter, item, transform, pixels);
     }
+    return differing;
 }
 
 /// Lays a resting stroke down from its coverage, which is made when it is first needed; returns

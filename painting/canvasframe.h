@@ -1,6 +1,7 @@
 // The picture of a board as its view shows it, kept from one painting to the next.
 #pragma once
 
+#include "items/noteditems.h"
 #include "painting/paintedstate.h"
 #include "painting/strokecoverage.h"
 
@@ -15,23 +16,24 @@ class QGraphicsView;
 
 /// What a view shows of its scene, as a picture of the screen's pixels.
 ///
-/// Before a part of it is shown, update() compares how the items there look with how they looked when
-/// they were painted, and paints anew what differs and nothing else; so a stroke that grows by a
-/// point costs that point, whatever lies beneath it. Strokes that rest are laid down from their kept
-/// coverage, all others paint themselves. The result is what painting everything anew would give.
+/// Whenever the scene tells of a change, follow() compares the items that it concerns with how they
+/// looked when they were painted, and paints anew what differs and nothing else; so a stroke that
+/// grows by a point costs that point, whatever lies beneath it. Strokes that rest are laid down from
+/// their kept coverage, all others paint themselves. The result is what painting everything anew
+/// would give.
 class CanvasFrame
 {
 public:
     /// The frame of \a view, which has to outlive it.
     explicit CanvasFrame(const QGraphicsView &view);
 
-    /// Items paint up to this far outside their bounding rectangles, in scene units.
-    void setReach(qreal sceneUnits) { reach = sceneUnits; }
+    /// Brings the picture up to date after the scene has \a changed there, in scene units. Returns
+    /// what has to be shown anew, in the viewport's units. Does nothing until the first matchView().
+    QRegion follow(const QList<QRectF> &changed);
 
-    /// Brings the picture up to date inside \a exposed and wherever else what is seen to have changed
-    /// there shows. Returns what of the latter lies outside \a exposed and is to be exposed as well;
-    /// all in the viewport's units.
-    QRegion update(const QRegion &exposed);
+    /// Brings the picture up to date after the view was resized, scaled or scrolled, or shown for
+    /// the first time. Returns what is seen to have changed beside that, in the viewport's units.
+    QRegion matchView();
 
     /// The picture, of the viewport's size; its device pixel ratio is the screen's.
     const QImage &picture() const { return image; }
@@ -40,9 +42,9 @@ public:
     void clear();
 
     /// How much memory it takes, in bytes.
-    qsizetype bytes() const { return image.sizeInBytes() + coverageBytes; }
+    qsizetype bytes() const;
 
-    /// What update() has done so far, for tests: strokes and other items that were painted anew.
+    /// What it has done so far, for tests: strokes and other items that were painted anew.
     struct Work
     {
         qint64 strokesPainted = 0;
@@ -55,32 +57,35 @@ public:
     static constexpr qsizetype coverageLimit = qsizetype(96) * 1024 * 1024;
 
 private:
-    QRegion matchView();
+    bool review(const QGraphicsItem *item, QRegion &differing);
+    QRegion reviewAll();
+    void note(const QGraphicsItem *item, PaintedState state);
+    void forget(const QGraphicsItem *item);
     QRegion scroll(QPoint step);
-    std::vector<PaintedState> statesIn(const QRectF &sceneRect) const;
-    QRegion changes(const QRegion &exposed);
-    QRegion changesOfAll();
-    QRect changedPixels(const PaintedState &before, const PaintedState &after);
-    QRegion withWholeOutlines(const QRegion &changed, bool scrolled) const;
-    void paint(const QRect &pixels);
+    QRegion paintAnew(QRegion pending, bool scrolled = false);
+    QRegion withWholeOutlines(QRegion pixels, bool scrolled) const;
+    QRegion paint(const QRect &pixels);
     bool layDown(const QGraphicsItem *item, const QTransform &transform, const QRect &pixels);
     void paintItem(QPainter &painter, QGraphicsItem *item, const QTransform &transform,
                    const QRect &pixels);
+    QList<QGraphicsItem *> itemsIn(const QRect &pixels) const;
     QRect toPixels(const QRectF &sceneRect) const;
     QRectF toScene(const QRect &pixels) const;
+    QRegion toViewport(const QRegion &pixels) const;
     void dropUnusedCoverage();
 
     const QGraphicsView &canvas;
     QImage image;
     QTransform toDevice; // from the scene to pixels, when the picture was painted
-    std::vector<PaintedState> painted; // in the order of stacking, the lowest first
+    NotedItems<PaintedState> painted;
+    // Those of them that have, or may have, a dashed outline.
+    std::unordered_set<const QGraphicsItem *> outlined;
     // By StrokeCoverage::hash(), not by item: undoing puts other items in the place of all.
     std::unordered_multimap<size_t, StrokeCoverage> coverages;
     qsizetype coverageBytes = 0;
+    // The farthest that an item paints outside of its bounding rectangle, in scene units.
     qreal reach = 0;
     // What has just changed, and may well change again with the next event: it paints itself.
     std::unordered_set<const QGraphicsItem *> moving;
-    // What has changed and will not, by itself, look changed again at the next painting; in pixels.
-    QRegion settled;
     Work done;
 };

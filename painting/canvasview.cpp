@@ -1,33 +1,19 @@
-// Shows the board from its kept picture.
+// Puts the kept picture of the board on the screen.
 #include "painting/canvasview.h"
-
-#include "items/arrowlineitem.h"
 
 #include <QPainter>
 #include <QPaintEvent>
-#include <QScopedValueRollback>
-
-#include <algorithm>
-#include <utility>
 
 CanvasView::CanvasView(QWidget *parent)
     : QGraphicsView(parent)
 {
-    // The toolkit still finds the exposed items, and notes where they were shown, but leaves drawing
-    // them to drawItems().
-    setOptimizationFlag(QGraphicsView::IndirectPainting);
+    // The toolkit would expose whole items where a few pixels differ.
+    setViewportUpdateMode(QGraphicsView::NoViewportUpdate);
 }
 
 void CanvasView::paintEvent(QPaintEvent *event)
 {
-    {
-        const QScopedValueRollback painting(inPaintEvent, true);
-        QGraphicsView::paintEvent(event);
-    }
-    if (!scene())
-        return;
-    // The toolkit exposes a deleted item by its bare rectangle, without blurred edges and heads.
-    const QRegion rest = canvas.update(event->region());
+    const QRegion rest = canvas.matchView() - event->region();
     if (!rest.isEmpty())
         viewport()->update(rest);
     QPainter painter(viewport());
@@ -36,38 +22,21 @@ void CanvasView::paintEvent(QPaintEvent *event)
     painter.drawImage(0, 0, canvas.picture());
 }
 
-void CanvasView::drawItems(QPainter *painter, int count, QGraphicsItem *items[],
-                           const QStyleOptionGraphicsItem options[])
-{
-    // Whoever has the view rendered elsewhere gets the items themselves.
-    if (!inPaintEvent)
-        QGraphicsView::drawItems(painter, count, items, options);
-}
-
 void CanvasView::hideEvent(QHideEvent *event)
 {
     canvas.clear();
     QGraphicsView::hideEvent(event);
 }
 
-void CanvasView::repaintArrowHeads(const QList<QRectF> &changed)
+void CanvasView::scrollContentsBy(int dx, int dy)
 {
-    if (!scene())
-        return;
-    // The heads that are to vanish were there at the last change.
-    const qreal reachBefore = std::exchange(arrowReach, 0);
-    const auto items = scene()->items();
-    for (const auto *item : items) {
-        if (const auto *const arrow = dynamic_cast<const ArrowLineItem *>(item))
-            arrowReach = std::max(arrowReach, arrow->headReach());
-    }
-    const qreal reach = std::max(arrowReach, reachBefore);
-    canvas.setReach(reach);
-    if (reach == 0)
-        return;
-    QList<QRectF> grown;
-    grown.reserve(changed.size());
-    for (const auto &region : changed)
-        grown.append(region.adjusted(-reach, -reach, reach, reach));
-    updateScene(grown);
+    QGraphicsView::scrollContentsBy(dx, dy);
+    viewport()->update();
+}
+
+void CanvasView::showChanges(const QList<QRectF> &changed)
+{
+    const QRegion differing = canvas.follow(changed);
+    if (!differing.isEmpty())
+        viewport()->update(differing);
 }

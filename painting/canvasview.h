@@ -15,20 +15,15 @@ public:
 
     const CanvasFrame &frame() const { return canvas; }
 
-    /// Has more painted than the \a changed regions of the scene: the heads of arrows reach outside
-    /// their items' bounding rectangles, and what is left of a moved or deleted one would stay in
-    /// sight. To be called whenever the scene changes.
-    void repaintArrowHeads(const QList<QRectF> &changed);
+    /// Shows what of the scene differs now that it has \a changed there. To be called with each
+    /// changed() of the scene: the view itself takes no notice of them.
+    void showChanges(const QList<QRectF> &changed);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
     void hideEvent(QHideEvent *event) override;
-    void drawItems(QPainter *painter, int count, QGraphicsItem *items[],
-                   const QStyleOptionGraphicsItem options[]) override;
+    void scrollContentsBy(int dx, int dy) override;
 
 private:
     CanvasFrame canvas{*this};
-    bool inPaintEvent = false;
-    // The farthest that an arrow's head reached outside its bounding rectangle at the last change.
-    qreal arrowReach = 0;
 };

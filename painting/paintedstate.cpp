@@ -78,6 +78,7 @@ PaintedState paintedState(const QGraphicsItem *item)
     state.area = state.transform.mapRect(item->boundingRect())
                      .adjusted(-leastExtent, -leastExtent, leastExtent, leastExtent);
     state.opacity = item->effectiveOpacity();
+    state.z = item->zValue();
     state.selected = item->isSelected();
     if (visitBoardItem(item, [&state](const auto &known) { describe(state, known); }))
         return state;
@@ -95,7 +96,7 @@ PaintedState paintedState(const QGraphicsItem *item)
 QRectF changedArea(const PaintedState &before, const PaintedState &after)
 {
     const bool sameFrame = before.transform == after.transform && before.opacity == after.opacity
-        && before.selected == after.selected && !before.uncertain && !after.uncertain
+        && before.z == after.z && before.selected == after.selected && !before.uncertain && !after.uncertain
         && before.content == after.content && before.text == after.text && before.pen == after.pen
         && before.line == after.line;
     if (sameFrame && before.path == after.path)

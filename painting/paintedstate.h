@@ -15,6 +15,7 @@ struct PaintedState
     QTransform transform; // to the scene
     QRectF area; // all that it paints, in scene units
     qreal opacity = 1;
+    qreal z = 0;
     bool selected = false;
     QPainterPath path; // of a stroke
     QPen pen; // of a stroke or an arrow

@@ -74,7 +74,7 @@ template <typename Item> ItemState stateOf(Item *item)
     item->setPos(12, 34.5);
     scene.addItem(item);
     const auto snapshot = takeSnapshot(scene);
-    return snapshot.size() == 1 ? snapshot.constFirst() : ItemState{};
+    return snapshot.size() == 1 ? snapshot.at(0) : ItemState{};
 }
 
 } // namespace
@@ -155,13 +155,13 @@ void TestBoardSnapshot::theTopmostItemComesFirst()
 
     const auto snapshot = takeSnapshot(scene);
     QStringList types;
-    for (const auto &state : snapshot)
+    for (const auto &state : snapshot.states())
         types << state.type;
     QCOMPARE(
         types,
         QStringList({u"ArrowLine"_s, u"ArrowLine"_s, u"FreeDraw"_s, u"StickyNote"_s, u"Pixmap"_s}));
     // Of items at one height the one added last is on top.
-    QCOMPARE(snapshot.constFirst().data.toLineF(), QLineF(0, 0, 0, 9));
+    QCOMPARE(snapshot.at(0).data.toLineF(), QLineF(0, 0, 0, 9));
 }
 
 void TestBoardSnapshot::takingASnapshotLeavesTheBoardAlone()
@@ -233,7 +233,7 @@ void TestBoardSnapshot::aRestoredImageHasThePictureAsItsSource()
     const auto snapshot = takeSnapshot(on.canvas.scene);
     QCOMPARE(snapshot.size(), 1);
     on.canvas.scene.clear();
-    on.image = restored<ResizablePixmapItem>(snapshot.constFirst()).release();
+    on.image = restored<ResizablePixmapItem>(snapshot.at(0)).release();
     QVERIFY(on.image);
     QCOMPARE(on.image->pos(), on.place);
     QCOMPARE(on.image->zValue(), 0.0);

@@ -353,14 +353,18 @@ void TestSnapshotEquality::fiveThousandStrokesComeBackEqual()
 
     QGraphicsScene rebuilt;
     restoreSnapshot(rebuilt, before);
-    auto after = takeSnapshot(rebuilt);
+    const auto after = takeSnapshot(rebuilt);
     QCOMPARE(after.size(), count);
     // All restored strokes share one height, and what was added last lies on top.
-    std::ranges::reverse(after);
-    QVERIFY(snapshotsEqual(after, before));
+    BoardSnapshot reversed;
+    for (int i = count - 1; i >= 0; --i)
+        reversed.append(after.at(i));
+    QVERIFY(snapshotsEqual(reversed, before));
 
-    std::swap(after[2500], after[2501]);
-    QVERIFY(!snapshotsEqual(after, before));
+    BoardSnapshot swapped;
+    for (int i = 0; i < count; ++i)
+        swapped.append(reversed.at(i == 2500 ? 2501 : i == 2501 ? 2500 : i));
+    QVERIFY(!snapshotsEqual(swapped, before));
 }
 
 PLUMARA_TEST(TestSnapshotEquality)
