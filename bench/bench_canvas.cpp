@@ -71,7 +71,7 @@ void movePen(benchmark::State &state, const Board &board)
         const qreal angle = i * 2 * M_PI / around;
         const QPointF point(600 + 320 * std::cos(angle), 350 + 220 * std::sin(angle));
         if (i++ % around == 0)
-            path = QPainterPath(point);
+            path = QPainterPath(point - QPointF(1, 0));
         path.lineTo(point);
         stroke->setPath(path);
         flush();

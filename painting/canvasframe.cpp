@@ -12,11 +12,80 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <iterator>
+#include <ranges>
 #include <utility>
 
 namespace {
 
 constexpr QRgb paper = 0xffffffff;
+constexpr QRgb nothing = 0;
+
+QRgb *lineOf(QImage &image, int y)
+{
+    return reinterpret_cast<QRgb *>(image.scanLine(y));
+}
+
+void fill(QImage &image, const QRect &pixels, QRgb color)
+{
+    for (int y = pixels.top(); y <= pixels.bottom(); ++y)
+        std::fill_n(lineOf(image, y) + pixels.left(), pixels.width(), color);
+}
+
+void copy(const QImage &from, QImage &to, const QRect &pixels)
+{
+    for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
+        const auto *const line = reinterpret_cast<const QRgb *>(from.constScanLine(y));
+        std::copy_n(line + pixels.left(), pixels.width(), lineOf(to, y) + pixels.left());
+    }
+}
+
+// Layers are completed by squares of as many pixels.
+constexpr int tileSide = 32;
+
+QSize tilesOf(const QSize &size)
+{
+    return {(size.width() + tileSide - 1) / tileSide, (size.height() + tileSide - 1) / tileSide};
+}
+
+/// The columns and rows of the tiles that \a pixels touch in a picture of \a size.
+QRect tilesIn(const QSize &size, const QRect &pixels)
+{
+    const QRect inside = pixels & QRect(QPoint(), size);
+    if (inside.isEmpty())
+        return {};
+    return {QPoint(inside.left() / tileSide, inside.top() / tileSide),
+            QPoint(inside.right() / tileSide, inside.bottom() / tileSide)};
+}
+
+/// \a pixels, as far as they lie in a picture of \a size, grown to whole tiles.
+QRect wholeTiles(const QSize &size, const QRect &pixels)
+{
+    const QRect tiles = tilesIn(size, pixels);
+    return QRect(tiles.topLeft() * tileSide, tiles.size() * tileSide) & QRect(QPoint(), size);
+}
+
+/// Calls \a visitor with the number and the pixels of each tile that \a pixels touch.
+template <typename Visitor>
+void forEachTile(const QSize &size, const QRect &pixels, const Visitor &visitor)
+{
+    const QRect tiles = tilesIn(size, pixels);
+    for (int row = tiles.top(); row <= tiles.bottom(); ++row) {
+        for (int column = tiles.left(); column <= tiles.right(); ++column) {
+            const QRect area(column * tileSide, row * tileSide, tileSide, tileSide);
+            visitor(static_cast<size_t>(row) * static_cast<size_t>(tilesOf(size).width())
+                        + static_cast<size_t>(column),
+                    area & QRect(QPoint(), size));
+        }
+    }
+}
+
+/// Keeps \a painter, whose device has a ratio of its own, inside \a pixels.
+void clip(QPainter &painter, const QRect &pixels)
+{
+    const qreal ratio = painter.device()->devicePixelRatio();
+    painter.setClipRect(QRectF(QPointF(pixels.topLeft()) / ratio, QSizeF(pixels.size()) / ratio));
+}
 
 QStyleOptionGraphicsItem optionFor(const QGraphicsItem *item)
 {
@@ -42,6 +111,8 @@ void CanvasFrame::clear()
     painted.clear();
     outlined.clear();
     moving.clear();
+    lastChanged = nullptr;
+    layers = {};
     coverages.clear();
     coverageBytes = 0;
     reach = 0;
@@ -51,8 +122,8 @@ qsizetype CanvasFrame::bytes() const
 {
     // A note stands in a table and, by its place, in another.
     constexpr size_t bytesPerNote = sizeof(PaintedState) + 256;
-    return image.sizeInBytes() + coverageBytes
-        + static_cast<qsizetype>(painted.size() * bytesPerNote);
+    return image.sizeInBytes() + layers.beneath.sizeInBytes() + layers.above.sizeInBytes()
+        + coverageBytes + static_cast<qsizetype>(painted.size() * bytesPerNote);
 }
 
 /// Lets go of the coverage of strokes that are no longer on the board.
@@ -100,17 +171,32 @@ QRegion CanvasFrame::follow(const QList<QRectF> &changed)
     if (image.isNull() || !canvas.scene())
         return {};
     QRegion differing;
+    // Undone or opened items rest, and so do all others when one was deleted.
     if (NotedItems<PaintedState>::concernsAll(*canvas.scene(), changed)) {
         differing = reviewAll();
-    } else {
-        painted.reviewChanged(*canvas.scene(), changed, [&](const auto *item) {
-            const bool differs = review(item, differing);
-            if (differs)
-                moving.insert(item);
-            return differs;
-        });
+        lastChanged = nullptr;
+        layers = {};
+        return toViewport(paintAnew(differing));
     }
-    const QRegion anew = paintAnew(differing);
+
+    std::unordered_set<const QGraphicsItem *> wholes;
+    painted.reviewChanged(*canvas.scene(), changed, [&](const auto *item) {
+        const bool differs = review(item, differing);
+        if (differs) {
+            moving.insert(item);
+            wholes.insert(item->topLevelItem());
+        }
+        return differs;
+    });
+    if (wholes.empty())
+        return {};
+    const auto *const only = wholes.size() == 1 ? *wholes.begin() : nullptr;
+    const bool again = only && only == std::exchange(lastChanged, only);
+    QRegion anew = differing.boundingRect() & image.rect();
+    if (!again || !paintBetweenLayers(only, anew.boundingRect())) {
+        layers = {};
+        anew = paintAnew(differing);
+    }
     moving.clear();
     return toViewport(anew);
 }
@@ -128,6 +214,7 @@ QRegion CanvasFrame::matchView()
     if (image.size() == size && image.devicePixelRatio() == ratio && fraction == oldFraction) {
         if (place == oldPlace)
             return {};
+        layers = {};
         return toViewport(paintAnew(scroll(place - oldPlace), true));
     }
 
@@ -176,7 +263,7 @@ QList<QGraphicsItem *> CanvasFrame::itemsIn(const QRect &pixels) const
 void CanvasFrame::note(const QGraphicsItem *item, PaintedState state)
 {
     reach = std::max(reach, state.headReach);
-    if (state.selected || state.uncertain)
+    if (state.outlined)
         outlined.insert(item);
     else
         outlined.erase(item);
@@ -228,7 +315,7 @@ QRegion CanvasFrame::reviewAll()
         forget(item);
 
     constexpr size_t someMore = 1000; // strokes that were undone, or have scrolled out of sight
-    if (coverageBytes > coverageLimit / 2 || coverages.size() > 2 * painted.size() + someMore)
+    if (bytes() > memoryLimit / 2 || coverages.size() > 2 * painted.size() + someMore)
         dropUnusedCoverage();
     return differing;
 }
@@ -278,31 +365,152 @@ QRegion CanvasFrame::withWholeOutlines(QRegion pixels, bool scrolled) const
 /// changed since the scene last told of changes.
 QRegion CanvasFrame::paint(const QRect &pixels)
 {
-    for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
-        auto *const line = reinterpret_cast<QRgb *>(image.scanLine(y)) + pixels.left();
-        std::fill_n(line, pixels.width(), paper);
-    }
     QRegion differing;
-    QPainter painter(&image);
-    painter.setRenderHints(canvas.renderHints());
-    painter.setClipRect(QRectF(QPointF(pixels.topLeft()) / image.devicePixelRatio(),
-                               QSizeF(pixels.size()) / image.devicePixelRatio()));
     const auto items = itemsIn(pixels);
-    for (auto *item : items) {
+    for (const auto *item : items) {
         // What cannot be told to be the same is told of by the scene when it changes.
         const auto *const before = painted.find(item);
         if (!before || !before->uncertain)
             review(item, differing);
+    }
+    fill(image, pixels, paper);
+    paintItems(image, items, pixels);
+    return differing;
+}
+
+/// Paints \a pixels, where nothing but \a item and what lies on it has changed, between layers that
+/// are kept as long as nothing else changes. Returns false where that cannot be done.
+bool CanvasFrame::paintBetweenLayers(const QGraphicsItem *item, const QRect &pixels)
+{
+    if (isOutlineCut(item, wholeTiles(image.size(), pixels)) || (layers.between != item && !makeLayers(item, pixels)))
+        return false;
+    completeLayers(pixels);
+
+    auto whole = item->childItems();
+    whole.prepend(const_cast<QGraphicsItem *>(item));
+    copy(layers.beneath, image, pixels);
+    paintItems(image, whole, pixels);
+    if (layers.isAnythingAbove) {
+        QPainter painter(&image);
+        clip(painter, pixels);
+        painter.drawImage(0, 0, layers.above);
+    }
+    return true;
+}
+
+/// Makes layers for \a item, which has changed inside \a pixels, and completes them where it has been
+/// and where it is. Returns false where there is no memory for them.
+bool CanvasFrame::makeLayers(const QGraphicsItem *item, const QRect &pixels)
+{
+    layers = {};
+    layers.between = item;
+    layers.beneath = QImage(image.size(), image.format());
+    layers.above = QImage(image.size(), QImage::Format_ARGB32_Premultiplied);
+    if (layers.beneath.isNull() || layers.above.isNull())
+        return false;
+    layers.beneath.setDevicePixelRatio(image.devicePixelRatio());
+    layers.above.setDevicePixelRatio(image.devicePixelRatio());
+    const QSize tiles = tilesOf(image.size());
+    layers.completeTiles.resize(static_cast<size_t>(tiles.width())
+                                * static_cast<size_t>(tiles.height()));
+
+    constexpr size_t much = 64; // looking through them all would be felt
+    const auto items = itemsIn(image.rect());
+    for (const auto *other : items | std::views::reverse) {
+        if (other->topLevelItem() == item)
+            break;
+        layers.areasAbove.push_back(toPixels(paintedState(other).area));
+        layers.isMuchAbove = layers.areasAbove.size() > much;
+        if (layers.isMuchAbove)
+            break;
+    }
+    const auto *const state = painted.find(item);
+    const QRect place = state ? toPixels(state->area) : QRect();
+    paintLayers(wholeTiles(image.size(), pixels | place));
+    return true;
+}
+
+/// Whether \a pixels cut through the dashed outline of another item than \a item: it would have to be
+/// painted as a whole.
+bool CanvasFrame::isOutlineCut(const QGraphicsItem *item, const QRect &pixels) const
+{
+    return std::ranges::any_of(outlined, [&](const auto *other) {
+        return other != item && !item->isAncestorOf(other)
+            && toPixels(painted.find(other)->area).intersects(pixels);
+    });
+}
+
+void CanvasFrame::completeLayers(const QRect &pixels)
+{
+    QRect missing;
+    forEachTile(image.size(), pixels, [&](size_t tile, const QRect &area) {
+        if (layers.completeTiles[tile])
+            return;
+        const auto covers = [&area](const QRect &above) { return above.intersects(area); };
+        if (layers.isMuchAbove || std::ranges::any_of(layers.areasAbove, covers)) {
+            missing |= area;
+            return;
+        }
+        // The item has not been here: what is seen is all that rests.
+        copy(image, layers.beneath, area);
+        if (layers.isAnythingAbove)
+            fill(layers.above, area, nothing);
+        layers.completeTiles[tile] = true;
+    });
+    paintLayers(missing);
+}
+
+/// Paints all but the item between them on the layers inside \a pixels, which are whole tiles.
+void CanvasFrame::paintLayers(const QRect &pixels)
+{
+    if (pixels.isEmpty())
+        return;
+    // With the item itself, to know what lies above it.
+    const auto *const between = painted.find(layers.between);
+    const auto items = itemsIn(between ? pixels | toPixels(between->area) : pixels);
+    const auto isOfItem = [this](const auto *item) {
+        return item->topLevelItem() == layers.between;
+    };
+    const auto first = std::ranges::find_if(items, isOfItem);
+    const auto end = std::find_if_not(first, items.end(), isOfItem);
+    const auto isInside = [&](const auto *item) {
+        return toPixels(paintedState(item).area).intersects(pixels);
+    };
+    QList<QGraphicsItem *> beneath;
+    QList<QGraphicsItem *> above;
+    std::copy_if(items.begin(), first, std::back_inserter(beneath), isInside);
+    std::copy_if(end, items.end(), std::back_inserter(above), isInside);
+
+    fill(layers.beneath, pixels, paper);
+    paintItems(layers.beneath, beneath, pixels);
+    if (!above.isEmpty() && !layers.isAnythingAbove) {
+        layers.above.fill(nothing);
+        layers.isAnythingAbove = true;
+    }
+    if (layers.isAnythingAbove)
+        fill(layers.above, pixels, nothing);
+    paintItems(layers.above, above, pixels);
+    forEachTile(image.size(), pixels,
+                [&](size_t tile, const QRect &) { layers.completeTiles[tile] = true; });
+}
+
+/// Paints \a items, the lowest first, on \a target inside \a pixels.
+void CanvasFrame::paintItems(QImage &target, const QList<QGraphicsItem *> &items,
+                             const QRect &pixels)
+{
+    QPainter painter(&target);
+    painter.setRenderHints(canvas.renderHints());
+    clip(painter, pixels);
+    for (auto *item : items) {
         const QTransform transform = item->deviceTransform(toDevice);
-        if (!layDown(item, transform, pixels))
+        if (!layDown(target, item, transform, pixels))
             paintItem(painter, item, transform, pixels);
     }
-    return differing;
 }
 
 /// Lays a resting stroke down from its coverage, which is made when it is first needed; returns
 /// false where \a item has to paint itself.
-bool CanvasFrame::layDown(const QGraphicsItem *item, const QTransform &transform,
+bool CanvasFrame::layDown(QImage &target, const QGraphicsItem *item, const QTransform &transform,
                           const QRect &pixels)
 {
     const auto *const stroke = dynamic_cast<const FreeDrawItem *>(item);
@@ -316,19 +524,19 @@ bool CanvasFrame::layDown(const QGraphicsItem *item, const QTransform &transform
         return entry.second.holdsFor(path, pen, transform);
     });
     if (kept == last) {
-        if (moving.contains(item) || coverageBytes > coverageLimit
+        if (moving.contains(item) || bytes() > memoryLimit
             || !StrokeCoverage::isFeasible(path, pen, transform)) {
             return false;
         }
         const bool antialiased = canvas.renderHints().testFlag(QPainter::Antialiasing);
         StrokeCoverage coverage(path, pen, transform, antialiased);
-        if (!coverage.isValid() || coverageBytes + coverage.bytes() > coverageLimit)
+        if (!coverage.isValid() || bytes() + coverage.bytes() > memoryLimit)
             return false;
         coverageBytes += coverage.bytes();
         kept = coverages.emplace(hash, std::move(coverage));
         ++done.strokesPainted;
     }
-    kept->second.blend(image, StrokeCoverage::split(transform).second, pixels);
+    kept->second.blend(target, StrokeCoverage::split(transform).second, pixels);
     ++done.strokesLaidDown;
     return true;
 }

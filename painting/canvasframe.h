@@ -53,8 +53,9 @@ public:
     };
     const Work &work() const { return done; }
 
-    /// All kept coverage together takes no more than this, in bytes; further strokes paint themselves.
-    static constexpr qsizetype coverageLimit = qsizetype(96) * 1024 * 1024;
+    /// All that is kept takes no more than this, in bytes, as long as the screen's pixels alone do
+    /// not; strokes whose coverage finds no room paint themselves.
+    static constexpr qsizetype memoryLimit = qsizetype(128) * 1024 * 1024;
 
 private:
     bool review(const QGraphicsItem *item, QRegion &differing);
@@ -65,7 +66,14 @@ private:
     QRegion paintAnew(QRegion pending, bool scrolled = false);
     QRegion withWholeOutlines(QRegion pixels, bool scrolled) const;
     QRegion paint(const QRect &pixels);
-    bool layDown(const QGraphicsItem *item, const QTransform &transform, const QRect &pixels);
+    bool paintBetweenLayers(const QGraphicsItem *item, const QRect &pixels);
+    bool makeLayers(const QGraphicsItem *item, const QRect &pixels);
+    bool isOutlineCut(const QGraphicsItem *item, const QRect &pixels) const;
+    void completeLayers(const QRect &pixels);
+    void paintLayers(const QRect &pixels);
+    void paintItems(QImage &target, const QList<QGraphicsItem *> &items, const QRect &pixels);
+    bool layDown(QImage &target, const QGraphicsItem *item, const QTransform &transform,
+                 const QRect &pixels);
     void paintItem(QPainter &painter, QGraphicsItem *item, const QTransform &transform,
                    const QRect &pixels);
     QList<QGraphicsItem *> itemsIn(const QRect &pixels) const;
@@ -74,11 +82,23 @@ private:
     QRegion toViewport(const QRegion &pixels) const;
     void dropUnusedCoverage();
 
+    /// All that rests while one item is moved, drawn or edited, so that painting it again and again
+    /// takes two copies. They are completed tile by tile where the item comes.
+    struct Layers
+    {
+        const QGraphicsItem *between = nullptr;
+        QImage beneath;
+        QImage above;
+        bool isAnythingAbove = false; // where they are complete
+        std::vector<QRect> areasAbove; // of what lies above the item, in pixels
+        bool isMuchAbove = false; // too much to list
+        std::vector<bool> completeTiles;
+    };
+
     const QGraphicsView &canvas;
     QImage image;
     QTransform toDevice; // from the scene to pixels, when the picture was painted
     NotedItems<PaintedState> painted;
-    // Those of them that have, or may have, a dashed outline.
     std::unordered_set<const QGraphicsItem *> outlined;
     // By StrokeCoverage::hash(), not by item: undoing puts other items in the place of all.
     std::unordered_multimap<size_t, StrokeCoverage> coverages;
@@ -87,5 +107,8 @@ private:
     qreal reach = 0;
     // What has just changed, and may well change again with the next event: it paints itself.
     std::unordered_set<const QGraphicsItem *> moving;
+    // The one item, with what lies on it, that changed last, if it was one.
+    const QGraphicsItem *lastChanged = nullptr;
+    Layers layers;
     Work done;
 };

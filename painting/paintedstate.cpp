@@ -36,6 +36,7 @@ void describe(PaintedState &state, const ArrowLineItem &arrow)
     state.pen = arrow.QGraphicsLineItem::pen();
     const qreal reach = arrow.headReach();
     state.headReach = reach;
+    state.outlined = arrow.isSelected();
     state.area =
         arrow.sceneTransform().mapRect(arrow.boundingRect().adjusted(-reach, -reach, reach, reach));
 }
@@ -87,8 +88,10 @@ PaintedState paintedState(const QGraphicsItem *item)
         state.text = text->toPlainText();
         // The cursor blinks, and a selection is no revision.
         state.uncertain = text->hasFocus() || text->textCursor().hasSelection();
+        state.outlined = text->hasFocus() || text->isSelected();
     } else {
         state.uncertain = true;
+        state.outlined = true;
     }
     return state;
 }

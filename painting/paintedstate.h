@@ -23,6 +23,8 @@ struct PaintedState
     qint64 content = 0; // of a note its colour, of its text the revision, of an image its key
     QString text; // of a note
     qreal headReach = 0; // how far an arrow's head reaches outside its rectangle, in scene units
+    /// It has, or may have, a dashed outline; where the dashes begin depends on what is cut off.
+    bool outlined = false;
     /// It cannot be told whether it looks the same: a text that is edited, an unknown item.
     bool uncertain = false;
 };

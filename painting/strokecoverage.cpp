@@ -138,6 +138,7 @@ void StrokeCoverage::blend(QImage &image, QPoint offset, const QRect &clip) cons
 
     const QRgb color = qPremultiply(pen.color().rgba());
     const bool opaque = qAlpha(color) == 255;
+    const bool black = (color & 0xffffffU) == 0 && opaque;
     uchar *const bits = image.bits();
     const qsizetype bytesPerLine = image.bytesPerLine();
     const auto firstRun = std::ranges::lower_bound(runs, visible.top() - place.top(), {}, &Run::y);
@@ -155,7 +156,7 @@ void StrokeCoverage::blend(QImage &image, QPoint offset, const QRect &clip) cons
             if (*covered == 255 && opaque) {
                 *pixel = color;
             } else {
-                const QRgb share = byteMul(color, *covered);
+                const QRgb share = black ? QRgb(*covered) << 24 : byteMul(color, *covered);
                 *pixel = share + byteMul(*pixel, 255U - static_cast<uint>(qAlpha(share)));
             }
         }
