@@ -107,14 +107,19 @@ CanvasFrame::CanvasFrame(const QGraphicsView &view)
 
 void CanvasFrame::clear()
 {
+    clearPicture();
+    coverages.clear();
+    coverageBytes = 0;
+}
+
+void CanvasFrame::clearPicture()
+{
     image = {};
     painted.clear();
     outlined.clear();
     moving.clear();
     lastChanged = nullptr;
     layers = {};
-    coverages.clear();
-    coverageBytes = 0;
     reach = 0;
 }
 
@@ -218,8 +223,15 @@ QRegion CanvasFrame::matchView()
         return toViewport(paintAnew(scroll(place - oldPlace), true));
     }
 
-    // What is kept of strokes holds for one scale.
-    clear();
+    // What is kept of strokes holds for one scale, and for places that are whole pixels apart: of
+    // those there are few, and a hand that scrolls comes back to them.
+    const bool sameScale = QTransform(fraction.m11(), fraction.m12(), fraction.m21(), fraction.m22(),
+                                      oldFraction.dx(), oldFraction.dy())
+        == oldFraction;
+    if (sameScale)
+        clearPicture();
+    else
+        clear();
     image = QImage(size, QImage::Format_RGB32);
     if (image.isNull())
         return {}; // there is no memory for it

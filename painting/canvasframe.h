@@ -58,6 +58,7 @@ public:
     static constexpr qsizetype memoryLimit = qsizetype(128) * 1024 * 1024;
 
 private:
+    void clearPicture();
     bool review(const QGraphicsItem *item, QRegion &differing);
     QRegion reviewAll();
     void note(const QGraphicsItem *item, PaintedState state);

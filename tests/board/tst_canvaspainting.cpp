@@ -28,13 +28,15 @@ CanvasView &canvasOf(const ShownBoard &board)
     return dynamic_cast<CanvasView &>(board.view);
 }
 
-/// What the screen shows where the canvas is. On Windows another window may lie before it, and it is
-/// what the view has given to be shown.
+/// What the screen shows where the canvas is. On Windows another window may lie before it, and a
+/// screen of finer pixels cannot be read offscreen; there it is what the view gives to be shown.
 QImage shown(const ShownBoard &board)
 {
 #ifdef Q_OS_WIN
     return canvasOf(board).frame().picture();
 #else
+    if (board.view.devicePixelRatioF() != 1)
+        return canvasOf(board).frame().picture();
     const QPoint corner = board.view.viewport()->mapTo(&board.window, QPoint());
     const QSize size = board.view.viewport()->size();
     return board.window.screen()
