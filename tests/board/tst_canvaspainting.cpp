@@ -163,6 +163,11 @@ private slots:
     void wideArrowHeadsSurviveWhatHappensBesideThem();
     void whatHappensByChanceLeavesNothingBehind_data();
     void whatHappensByChanceLeavesNothingBehind();
+    void gesturesByChanceLookAsPaintedAnew_data();
+    void gesturesByChanceLookAsPaintedAnew();
+    void whatMovesBetweenOthersLooksAsPaintedAnew_data();
+    void whatMovesBetweenOthersLooksAsPaintedAnew();
+    void whatHappensAmidAGestureIsSeen();
     void aDeletedArrowLeavesNoHead();
     void anotherTextInTheSamePlaceIsSeen();
     void hairlinesVanishWhenErased();
@@ -298,6 +303,143 @@ void TestCanvasPainting::whatHappensByChanceLeavesNothingBehind()
         const QString off = differences(board);
         QVERIFY2(off.isEmpty(), qPrintable(u"step %1, kind %2: %3"_s.arg(step).arg(what).arg(off)));
     }
+}
+
+void TestCanvasPainting::gesturesByChanceLookAsPaintedAnew_data()
+{
+    QTest::addColumn<quint32>("seed");
+    for (quint32 seed = 1; seed <= 3; ++seed)
+        QTest::addRow("seed %u", seed) << seed;
+}
+
+/// A person's gestures, looked at in the middle of each.
+void TestCanvasPainting::gesturesByChanceLookAsPaintedAnew()
+{
+    QFETCH(const quint32, seed);
+    constexpr int gestures = 14;
+    QRandomGenerator random(seed);
+    ShownBoard board;
+    addLesson(board.scene, 50);
+    board.scene.addItem(new ArrowLineItem({300, 120}, {900, 480}));
+    board.processEvents();
+    const auto place = [&] {
+        return board.view.mapToScene(100 + random.bounded(900), 100 + random.bounded(400));
+    };
+    for (int gesture = 0; gesture < gestures; ++gesture) {
+        // A note lies now above the strokes, now, as in an opened board, below them.
+        const auto strokes = board.all<FreeDrawItem>();
+        const qreal level = random.bounded(2) ? 2 : 1;
+        for (auto *const stroke : strokes)
+            stroke->setZValue(level);
+        const int what = random.bounded(6);
+        QPointF at = place();
+        if (what == 0) {
+            board.click("ModoLapiz");
+        } else if (what == 1) {
+            board.click("ModoLinea");
+        } else if (what == 2) {
+            board.click("ModoBorrador");
+        } else if (what == 3) {
+            board.click("ModoPostIt");
+            board.pointer.click(at);
+            board.click("ModoCursor");
+        } else if (what == 4) {
+            auto *const image = new ResizablePixmapItem(picture());
+            image->setPos(at - QPointF(80, 60));
+            board.scene.addItem(image);
+            image->setSelected(random.bounded(2));
+        } else {
+            auto *const note = new StickyNoteItem;
+            note->setPos(at - QPointF(150, 150));
+            board.scene.addItem(note);
+            board.processEvents();
+            board.pointer.click(at - QPointF(100, 130)); // its text
+            board.type("hola");
+        }
+        board.pointer.press(at);
+        for (int move = 0; move < 9; ++move) {
+            at += QPointF(random.bounded(60) - 25, random.bounded(60) - 25);
+            board.pointer.move(at);
+            const QString off = differences(board);
+            QVERIFY2(off.isEmpty(), qPrintable(u"gesture %1, kind %2, move %3: %4"_s.arg(gesture)
+                                                   .arg(what)
+                                                   .arg(move)
+                                                   .arg(off)));
+        }
+        board.pointer.release(at);
+        QVERIFY2(differences(board).isEmpty(), "released");
+        if (random.bounded(4) == 0) {
+            board.click("ModoDeshacer");
+            QVERIFY2(differences(board).isEmpty(), "undone");
+        }
+        if (random.bounded(4) == 0) {
+            board.view.verticalScrollBar()->setValue(random.bounded(380));
+            QVERIFY2(differences(board).isEmpty(), "scrolled");
+        }
+    }
+}
+
+void TestCanvasPainting::whatMovesBetweenOthersLooksAsPaintedAnew_data()
+{
+    QTest::addColumn<int>("strokesAbove");
+    QTest::newRow("nothing above") << 0;
+    QTest::newRow("a little above") << 9;
+    QTest::newRow("much above") << 120;
+}
+
+void TestCanvasPainting::whatMovesBetweenOthersLooksAsPaintedAnew()
+{
+    QFETCH(const int, strokesAbove);
+    ShownBoard board;
+    addLesson(board.scene, 60);
+    auto *const note = new StickyNoteItem;
+    note->setPos(100, 100);
+    board.scene.addItem(note);
+    addLesson(board.scene, strokesAbove);
+    for (int i = 0; i < 30; ++i) {
+        note->moveBy(13 * (i % 5), 7 * (i % 3));
+        QCOMPARE(differences(board), QString());
+    }
+}
+
+void TestCanvasPainting::whatHappensAmidAGestureIsSeen()
+{
+    ShownBoard board;
+    addLesson(board.scene, 60);
+    auto *const note = new StickyNoteItem;
+    note->setPos(400, 200);
+    board.scene.addItem(note);
+    auto *const other = new StickyNoteItem;
+    other->setPos(600, 300);
+    board.scene.addItem(other);
+    board.processEvents();
+    board.pointer.press({420, 480});
+    QPointF at(420, 480);
+    const auto moveOn = [&] {
+        for (int i = 0; i < 3; ++i) {
+            at += QPointF(9, 4);
+            board.pointer.move(at);
+            QCOMPARE(differences(board), QString());
+        }
+    };
+    moveOn();
+    other->setNoteColor(StickyNoteItem::Red);
+    moveOn();
+    // Beneath the note that is held.
+    auto *const arrow = new ArrowLineItem({300, 100}, {900, 600});
+    board.scene.addItem(arrow);
+    moveOn();
+    arrow->setSelected(true);
+    moveOn();
+    delete other;
+    moveOn();
+    board.view.horizontalScrollBar()->setValue(35);
+    moveOn();
+    board.window.hide();
+    board.window.show();
+    moveOn();
+    board.click("ModoDeshacer");
+    moveOn();
 }
 
 void TestCanvasPainting::aDeletedArrowLeavesNoHead()
