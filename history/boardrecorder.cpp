@@ -80,8 +80,8 @@ void BoardRecorder::insert(const QGraphicsItem *item, const ItemState &state)
 {
     const qreal z = item->zValue();
     const auto below = [z](const Place &place) { return place.z <= z; };
-    const auto part = std::ranges::find_if(
-        places, [&](const Places &others) { return below(others.back()); });
+    const auto part =
+        std::ranges::find_if(places, [&](const Places &others) { return below(others.back()); });
     if (part == places.end()) {
         now.append(state);
         places.resize(static_cast<size_t>(now.parts.size()));

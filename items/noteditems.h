@@ -28,9 +28,9 @@ public:
     static bool concernsAll(const QGraphicsScene &scene, const QList<QRectF> &changed)
     {
         constexpr qsizetype many = 64; // looking at everything is then as fast
-        return changed.size() > many
-            || std::ranges::any_of(
-                   changed, [&](const QRectF &rect) { return rect.contains(scene.sceneRect()); });
+        return changed.size() > many || std::ranges::any_of(changed, [&](const QRectF &rect) {
+                   return rect.contains(scene.sceneRect());
+               });
     }
 
     /// The note about \a item, which need not exist any more; null when there is none.

@@ -99,6 +99,32 @@ QStyleOptionGraphicsItem optionFor(const QGraphicsItem *item)
     return option;
 }
 
+// What lies farther from what is seen is not painted, in units of the item: the raster engine would
+// walk through every row of pixels up to there.
+constexpr qreal farthest = 4096;
+
+QRectF nearOf(const QRectF &view)
+{
+    return view.adjusted(-farthest, -farthest, farthest, farthest);
+}
+
+bool isNear(const ArrowLineItem &arrow, const QRectF &view)
+{
+    return nearOf(view).contains(arrow.line().p1()) && nearOf(view).contains(arrow.line().p2());
+}
+
+/// Paints of \a arrow what can be seen in \a view: one that ends where it gets out of sight.
+void paintFarArrow(QPainter &painter, const ArrowLineItem &arrow, const QRectF &view,
+                   const QStyleOptionGraphicsItem &option)
+{
+    const auto line = visibleLine(arrow.line(), nearOf(view));
+    if (!line)
+        return;
+    ArrowLineItem standIn(line->p1(), line->p2());
+    static_cast<QGraphicsLineItem &>(standIn).setPen(arrow.QGraphicsLineItem::pen());
+    standIn.paint(&painter, &option);
+}
+
 } // namespace
 
 CanvasFrame::CanvasFrame(const QGraphicsView &view)
@@ -164,7 +190,7 @@ QRegion CanvasFrame::toViewport(const QRegion &pixels) const
 {
     const qreal ratio = image.devicePixelRatio();
     QRegion units;
-    for (const QRect &part : pixels & image.rect()) {
+    for (const QRect &part : pixels &image.rect()) {
         units +=
             QRectF(QPointF(part.topLeft()) / ratio, QSizeF(part.size()) / ratio).toAlignedRect();
     }
@@ -225,8 +251,8 @@ QRegion CanvasFrame::matchView()
 
     // What is kept of strokes holds for one scale, and for places that are whole pixels apart: of
     // those there are few, and a hand that scrolls comes back to them.
-    const bool sameScale = QTransform(fraction.m11(), fraction.m12(), fraction.m21(), fraction.m22(),
-                                      oldFraction.dx(), oldFraction.dy())
+    const bool sameScale = QTransform(fraction.m11(), fraction.m12(), fraction.m21(),
+                                      fraction.m22(), oldFraction.dx(), oldFraction.dy())
         == oldFraction;
     if (sameScale)
         clearPicture();
@@ -394,7 +420,8 @@ QRegion CanvasFrame::paint(const QRect &pixels)
 /// are kept as long as nothing else changes. Returns false where that cannot be done.
 bool CanvasFrame::paintBetweenLayers(const QGraphicsItem *item, const QRect &pixels)
 {
-    if (isOutlineCut(item, wholeTiles(image.size(), pixels)) || (layers.between != item && !makeLayers(item, pixels)))
+    if (isOutlineCut(item, wholeTiles(image.size(), pixels))
+        || (layers.between != item && !makeLayers(item, pixels)))
         return false;
     completeLayers(pixels);
 
@@ -561,15 +588,18 @@ void CanvasFrame::paintItem(QPainter &painter, QGraphicsItem *item, const QTrans
     painter.setWorldTransform(transform * QTransform::fromScale(1 / ratio, 1 / ratio));
     painter.setOpacity(item->effectiveOpacity());
     if (const auto *const stroke = dynamic_cast<const FreeDrawItem *>(item)) {
-        const QPen pen = stroke->QGraphicsPathItem::pen();
-        painter.setPen(pen);
+        painter.setPen(stroke->QGraphicsPathItem::pen());
         painter.setBrush(stroke->brush());
-        const QRectF view = transform.inverted().mapRect(QRectF(pixels));
-        painter.drawPath(visiblePath(stroke->path(), view, std::max(1.0, pen.widthF())));
+        drawVisiblePath(painter, stroke->path(), pixels);
         ++done.strokesPainted;
     } else {
         const auto option = optionFor(item);
-        item->paint(&painter, &option, canvas.viewport());
+        const QRectF view = transform.inverted().mapRect(QRectF(pixels));
+        const auto *const arrow = dynamic_cast<const ArrowLineItem *>(item);
+        if (arrow && !isNear(*arrow, view))
+            paintFarArrow(painter, *arrow, view, option);
+        else
+            item->paint(&painter, &option, canvas.viewport());
         ++done.othersPainted;
     }
     painter.restore();

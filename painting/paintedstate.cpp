@@ -99,9 +99,9 @@ PaintedState paintedState(const QGraphicsItem *item)
 QRectF changedArea(const PaintedState &before, const PaintedState &after)
 {
     const bool sameFrame = before.transform == after.transform && before.opacity == after.opacity
-        && before.z == after.z && before.selected == after.selected && !before.uncertain && !after.uncertain
-        && before.content == after.content && before.text == after.text && before.pen == after.pen
-        && before.line == after.line;
+        && before.z == after.z && before.selected == after.selected && !before.uncertain
+        && !after.uncertain && before.content == after.content && before.text == after.text
+        && before.pen == after.pen && before.line == after.line;
     if (sameFrame && before.path == after.path)
         return before.area == after.area ? QRectF() : before.area.united(after.area);
     QRectF tail;

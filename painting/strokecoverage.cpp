@@ -1,6 +1,8 @@
 // Works out which pixels a stroke covers, and lays them down.
 #include "painting/strokecoverage.h"
 
+#include "painting/visiblepath.h"
+
 #include <QHashFunctions>
 #include <QPainter>
 
@@ -80,7 +82,7 @@ StrokeCoverage::StrokeCoverage(const QPainterPath &path, const QPen &strokePen,
     QPen black(pen);
     black.setColor(Qt::black);
     painter.setPen(black);
-    painter.drawPath(path);
+    drawVisiblePath(painter, path, picture.rect());
     painter.end();
 
     for (int y = 0; y < picture.height(); ++y) {

@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <memory>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -171,6 +172,8 @@ private slots:
     void aDeletedArrowLeavesNoHead();
     void anotherTextInTheSamePlaceIsSeen();
     void hairlinesVanishWhenErased();
+    void anArrowThatEndsFarAwayLooksLikeANearerOne_data();
+    void anArrowThatEndsFarAwayLooksLikeANearerOne();
     void aPresentationLooksAsPaintedAnew();
     void aMoveOfThePenPaintsOneStroke();
     void scrollingPaintsNoStrokeAgain();
@@ -361,10 +364,10 @@ void TestCanvasPainting::gesturesByChanceLookAsPaintedAnew()
             at += QPointF(random.bounded(60) - 25, random.bounded(60) - 25);
             board.pointer.move(at);
             const QString off = differences(board);
-            QVERIFY2(off.isEmpty(), qPrintable(u"gesture %1, kind %2, move %3: %4"_s.arg(gesture)
-                                                   .arg(what)
-                                                   .arg(move)
-                                                   .arg(off)));
+            QVERIFY2(off.isEmpty(),
+                     qPrintable(
+                         u"gesture %1, kind %2, move %3: %4"_s.arg(gesture).arg(what).arg(move).arg(
+                             off)));
         }
         board.pointer.release(at);
         QVERIFY2(differences(board).isEmpty(), "released");
@@ -492,6 +495,38 @@ void TestCanvasPainting::hairlinesVanishWhenErased()
     QCOMPARE(differences(board), QString());
     delete down;
     QCOMPARE(differences(board), QString());
+}
+
+void TestCanvasPainting::anArrowThatEndsFarAwayLooksLikeANearerOne_data()
+{
+    QTest::addColumn<qreal>("far");
+    QTest::newRow("ten thousand") << 1e4;
+    QTest::newRow("a million") << 1e6;
+    QTest::newRow("out of every raster") << 1e9;
+    QTest::newRow("hardly a number") << 1e300;
+}
+
+void TestCanvasPainting::anArrowThatEndsFarAwayLooksLikeANearerOne()
+{
+    QFETCH(const qreal, far);
+    // The head of one and the tail of the other are in sight.
+    const auto board = [](qreal away) {
+        auto shownBoard = std::make_unique<ShownBoard>();
+        auto *const arrow = new ArrowLineItem({500, 300}, {500 + away, 300 + away});
+        arrow->setWidth(9);
+        shownBoard->scene.addItem(arrow);
+        // Farther away its rectangle would not be found to reach into sight.
+        const qreal farthest = std::min(away, 1e9);
+        shownBoard->scene.addItem(new ArrowLineItem({300 - farthest, 200}, {300, 200}));
+        return shownBoard;
+    };
+    const auto nearer = board(3000);
+    QCOMPARE(differences(*nearer), QString());
+    const auto farther = board(far);
+    farther->processEvents();
+    farther->processEvents();
+
+    QCOMPARE(canvasOf(*farther).frame().picture(), canvasOf(*nearer).frame().picture());
 }
 
 void TestCanvasPainting::aPresentationLooksAsPaintedAnew()

@@ -55,9 +55,8 @@ public:
 bool areTheSame(const BoardSnapshot &one, const BoardSnapshot &other)
 {
     return one.size() == other.size()
-        && std::ranges::equal(
-               one.states(), other.states(),
-               [](const ItemState &a, const ItemState &b) { return areSame(a, b); });
+        && std::ranges::equal(one.states(), other.states(),
+                              [](const ItemState &a, const ItemState &b) { return areSame(a, b); });
 }
 
 /// How many states of \a newer are not those of \a older in the same memory.
@@ -108,9 +107,7 @@ void TestBoardRecorder::whatHappensByChanceIsRecorded()
     constexpr int steps = 400;
     QRandomGenerator random(seed);
     RecordedBoard board;
-    const auto place = [&random] {
-        return QPointF(random.bounded(1800), random.bounded(1000));
-    };
+    const auto place = [&random] { return QPointF(random.bounded(1800), random.bounded(1000)); };
     for (int i = 0; i < 150; ++i)
         addStroke(board.scene, {place(), place()});
     board.processEvents();

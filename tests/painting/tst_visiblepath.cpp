@@ -6,6 +6,7 @@
 
 #include <QImage>
 #include <QPainter>
+#include <QRandomGenerator>
 #include <QTest>
 
 namespace {
@@ -36,6 +37,10 @@ private slots:
     void whatIsOutOfSightIsCutOff();
     void piecesThatMeetStayOneLine();
     void aPathWithCurvesStaysWhole();
+    void aLongPathIsDrawnTheSame_data();
+    void aLongPathIsDrawnTheSame();
+    void aLineInSightStaysTheSame();
+    void aLineIsCutWhereItGetsOutOfSight();
 };
 
 void TestVisiblePath::aPathInSightStaysWhole()
@@ -100,6 +105,68 @@ void TestVisiblePath::aPathWithCurvesStaysWhole()
     QPainterPath path({10, 10});
     path.cubicTo({900, 10}, {900, 140}, {10, 140});
     QCOMPARE(visiblePath(path, view, 2), path);
+}
+
+void TestVisiblePath::aLongPathIsDrawnTheSame_data()
+{
+    QTest::addColumn<qreal>("ratio");
+    QTest::newRow("100 %") << 1.0;
+    QTest::newRow("125 %") << 1.25;
+    QTest::newRow("200 %") << 2.0;
+}
+
+void TestVisiblePath::aLongPathIsDrawnTheSame()
+{
+    QFETCH(const qreal, ratio);
+    constexpr int points = 5000;
+    QRandomGenerator random(7);
+    QPainterPath path(view.center());
+    for (int i = 0; i < points; ++i)
+        path.lineTo(random.bounded(-20, 220), random.bounded(-20, 170));
+    path.lineTo(1e9, 75);
+    path.lineTo(50, 60);
+    const auto drawn = [&](const auto &draw) {
+        QImage image((view.size() * ratio).toSize(), QImage::Format_RGB32);
+        image.setDevicePixelRatio(ratio);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.translate(3.5, -2.25);
+        painter.scale(0.3, 0.3);
+        painter.setPen(roundPen(Qt::black, 2));
+        draw(painter, image.rect());
+        return image;
+    };
+    const QImage whole = drawn([&](QPainter &painter, const QRect &pixels) {
+        const QRectF seen = painter.deviceTransform().inverted().mapRect(QRectF(pixels));
+        painter.drawPath(visiblePath(path, seen, 2));
+    });
+    const QImage pieces = drawn(
+        [&](QPainter &painter, const QRect &pixels) { drawVisiblePath(painter, path, pixels); });
+
+    // Lines that were cut are rounded, and many of them cross.
+    constexpr int rounding = 5;
+    int dark = 0;
+    for (int y = 0; y < whole.height(); ++y) {
+        for (int x = 0; x < whole.width(); ++x) {
+            QVERIFY(qAbs(qGray(whole.pixel(x, y)) - qGray(pieces.pixel(x, y))) <= rounding);
+            dark += qGray(pieces.pixel(x, y)) < 128;
+        }
+    }
+    QVERIFY(dark > 500);
+}
+
+void TestVisiblePath::aLineInSightStaysTheSame()
+{
+    QCOMPARE(visibleLine({10, 20, 190, 140}, view), QLineF(10, 20, 190, 140));
+    QVERIFY(!visibleLine({300, 0, 300, 100}, view));
+}
+
+void TestVisiblePath::aLineIsCutWhereItGetsOutOfSight()
+{
+    QCOMPARE(visibleLine({100, 75, 1e300, 75}, view), QLineF(100, 75, 200, 75));
+    QCOMPARE(visibleLine({-1e300, 75, 100, 75}, view), QLineF(0, 75, 100, 75));
+    QCOMPARE(visibleLine({-1e6, -1e6, 1e6, 1e6}, view), QLineF(0, 0, 150, 150));
 }
 
 PLUMARA_TEST(TestVisiblePath)
