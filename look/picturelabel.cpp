@@ -18,16 +18,16 @@ QString finePicture(const QString &path)
 
 // A picture that a form gives to a label is always the coarse one. The fine one is right wherever one
 // of the screens is fine: a label scales it down for the screen that it stands on.
-void showPicture(QLabel &label)
+void showPicture(QLabel *label)
 {
-    const QString path = label.property("picture").toString();
+    const QString path = label->property("picture").toString();
     if (!path.isEmpty())
-        label.setPixmap(QPixmap(qApp->devicePixelRatio() > 1.0 ? finePicture(path) : path));
+        label->setPixmap(QPixmap(qApp->devicePixelRatio() > 1.0 ? finePicture(path) : path));
 }
 
 void PictureLabel::showEvent(QShowEvent *event)
 {
     if (pixmap().isNull())
-        showPicture(*this);
+        showPicture(this);
     QLabel::showEvent(event);
 }

@@ -5,7 +5,7 @@
 
 /// Gives \a label the picture that its property "picture" names, in the drawing for the finest of the
 /// screens; does nothing when it names none.
-void showPicture(QLabel &label);
+void showPicture(QLabel *label);
 
 /// A label on a page that nobody may turn to: its picture, see showPicture(), is decoded when the
 /// label is first shown, and until then pixmap() is null. Its class name for style sheets and look-ups

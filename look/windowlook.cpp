@@ -40,9 +40,8 @@ void dressToolTips()
 void showPictures(const QWidget &window)
 {
     const auto labels = window.findChildren<QLabel *>();
-    for (auto *found : labels) {
-        QLabel &label = *found;
-        if (!dynamic_cast<PictureLabel *>(&label))
+    for (auto *label : labels) {
+        if (!dynamic_cast<PictureLabel *>(label))
             showPicture(label);
     }
 }
