@@ -1,157 +1,96 @@
-// Compares what a person does on a full board with the same on an empty one, and with the toolkit's
-// own view.
-//
-// All is measured in the same run, until the pixels are there. What counts are the ratios at the end.
-#include "bench/largeboard.h"
-#include "bench/ratioreporter.h"
-#include "board/boardwindow.h"
-#include "items/freedrawitem.h"
-#include "items/stickynoteitem.h"
+// Measures what a person does on a full board, on an empty one, and on the toolkit's own view.
+#include "bench/gestures.h"
+#include "bench/run.h"
 
-#include <QApplication>
-#include <QGraphicsScene>
-#include <QGraphicsView>
-#include <QScrollBar>
-
-#include <cmath>
+#include <string>
 
 namespace {
 
-constexpr int lessonStrokes = 600;
-constexpr int lessonPoints = 120;
 constexpr int manyStrokes = 10000;
-constexpr int manyPoints = 20;
 
-void flush()
+const Strokes empty{};
+const Strokes many = shortStrokes(manyStrokes);
+
+Strokes inWindow()
 {
-    // The scene tells its changes first, the view paints them after that.
-    QCoreApplication::processEvents();
-    QCoreApplication::processEvents();
+    Strokes strokes = shortStrokes(2000);
+    strokes.area = {0, 0, 1200, 700};
+    return strokes;
 }
 
-/// The program's own board window, or a view of the toolkit of the same size, over some strokes.
-class Board
+using Gesture = void (*)(benchmark::State &, Board &);
+
+Benchmark gesture(const std::string &name, int iterations, Gesture work, const Strokes &strokes)
 {
-public:
-    Board(int strokes, int points, bool bare = false)
-    {
-        if (bare) {
-            plain.setFixedSize(1200, 700);
-            plain.setFrameShape(QFrame::NoFrame);
-            plain.setRenderHint(QPainter::Antialiasing);
-            plain.setScene(&plainScene);
-            view = &plain;
-        } else {
-            view = window.findChild<QGraphicsView *>(QStringLiteral("PizarraMain"));
-        }
-        addStrokes(*view->scene(), strokes, points);
-        view->window()->show();
-        flush();
-    }
-
-    QGraphicsScene &scene() const { return *view->scene(); }
-    QGraphicsView &canvas() const { return *view; }
-
-private:
-    BoardWindow window{nullptr};
-    QGraphicsScene plainScene{0, 0, 1920, 1080};
-    QGraphicsView plain;
-    QGraphicsView *view = nullptr;
-};
-
-/// One move of a pen that goes round in a circle of 640 x 440 units.
-void movePen(benchmark::State &state, const Board &board)
-{
-    constexpr int around = 120;
-    auto *const stroke = new FreeDrawItem;
-    board.scene().addItem(stroke);
-    QPainterPath path;
-    int i = 0;
-    while (state.KeepRunning()) {
-        const qreal angle = i * 2 * M_PI / around;
-        const QPointF point(600 + 320 * std::cos(angle), 350 + 220 * std::sin(angle));
-        if (i++ % around == 0)
-            path = QPainterPath(point - QPointF(1, 0));
-        path.lineTo(point);
-        stroke->setPath(path);
-        flush();
-    }
-    delete stroke;
-    flush();
+    return {name, iterations, [=](benchmark::State &state) {
+                Board board(strokes);
+                work(state, board);
+            }};
 }
 
-void dragNote(benchmark::State &state, const Board &board)
+Benchmark erasing(const std::string &name, int iterations, bool onlyWhatGoes)
 {
-    auto *const note = new StickyNoteItem;
-    board.scene().addItem(note);
-    int i = 0;
-    while (state.KeepRunning()) {
-        ++i;
-        note->setPos(200 + 4 * (i % 100), 150 + i % 50);
-        flush();
-    }
-    delete note;
-    flush();
+    return {name, iterations, [=](benchmark::State &state) {
+                const QList<QPainterPath> paths = lesson().paths();
+                Board board;
+                eraseByDrag(state, board, onlyWhatGoes ? underTheEraser(paths) : paths);
+            }};
 }
 
-void scroll(benchmark::State &state, const Board &board)
+using Viewing = void (*)(benchmark::State &, QGraphicsView &);
+
+template <typename Shown>
+Benchmark viewing(const std::string &name, int iterations, Viewing work, const Strokes &strokes)
 {
-    auto *const bar = board.canvas().verticalScrollBar();
-    int i = 0;
-    while (state.KeepRunning()) {
-        bar->setValue(++i % 2 == 0 ? 0 : 40);
-        flush();
-    }
+    return {name, iterations, [=](benchmark::State &state) {
+                Shown board(strokes);
+                work(state, board.view());
+            }};
 }
 
-void repaint(benchmark::State &state, const Board &board)
+Benchmark listing(const std::string &name, int iterations, const Strokes &strokes)
 {
-    while (state.KeepRunning())
-        board.canvas().viewport()->repaint();
+    return {name, iterations, [=](benchmark::State &state) {
+                const Board board(strokes);
+                while (state.KeepRunning())
+                    benchmark::DoNotOptimize(board.scene().items());
+            }};
 }
 
-using Work = void (*)(benchmark::State &state, const Board &board);
-
-template <int strokes, int points, bool bare, Work work> void on(benchmark::State &state)
+std::vector<Benchmark> benchmarks()
 {
-    const Board board(strokes, points, bare);
-    work(state, board);
+    const int moves = isQuick() ? 120 : 240;
+    const int bareViews = isQuick() ? 4 : 10;
+    return {
+        gesture("pen/empty", moves, movePen, empty),
+        gesture("pen/lesson", moves, movePen, lesson()),
+        gesture("pen/many", moves, movePen, many),
+        gesture("note/empty", moves, dragNote, empty),
+        gesture("note/lesson", moves, dragNote, lesson()),
+        gesture("arrow/empty", moves, dragArrow, empty),
+        gesture("arrow/lesson", moves, dragArrow, lesson()),
+        gesture("picture/empty", moves, dragPicture, empty),
+        gesture("picture/lesson", moves, dragPicture, lesson()),
+        gesture("type/empty", moves, typeIntoNote, empty),
+        gesture("type/lesson", moves, typeIntoNote, lesson()),
+        erasing("erase/empty", moves, true),
+        erasing("erase/lesson", moves, false),
+        viewing<Board>("scroll/lesson", moves, scroll, lesson()),
+        viewing<BareBoard>("scroll/lesson/bare", bareViews, scroll, lesson()),
+        viewing<Board>("scroll/short", moves, scroll, inWindow()),
+        viewing<BareBoard>("scroll/short/bare", bareViews, scroll, inWindow()),
+        viewing<Board>("repaint/lesson", moves, repaint, lesson()),
+        viewing<BareBoard>("repaint/lesson/bare", bareViews, repaint, lesson()),
+        viewing<Board>("repaint/short", moves, repaint, inWindow()),
+        viewing<BareBoard>("repaint/short/bare", bareViews, repaint, inWindow()),
+        viewing<Board>("change/many", moves, changeLittle, many),
+        listing("items/many", moves, many),
+    };
 }
 
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication app(argc, argv);
-    const std::pair<const char *, void (*)(benchmark::State &)> benchmarks[] = {
-        {"pen, empty", on<0, 0, false, movePen>},
-        {"pen, lesson", on<lessonStrokes, lessonPoints, false, movePen>},
-        {"pen, many", on<manyStrokes, manyPoints, false, movePen>},
-        {"pen, lesson, bare", on<lessonStrokes, lessonPoints, true, movePen>},
-        {"note, empty", on<0, 0, false, dragNote>},
-        {"note, lesson", on<lessonStrokes, lessonPoints, false, dragNote>},
-        {"scroll, lesson", on<lessonStrokes, lessonPoints, false, scroll>},
-        {"scroll, lesson, bare", on<lessonStrokes, lessonPoints, true, scroll>},
-        {"repaint, lesson", on<lessonStrokes, lessonPoints, false, repaint>},
-        {"repaint, lesson, bare", on<lessonStrokes, lessonPoints, true, repaint>},
-    };
-    for (const auto &[name, function] : benchmarks)
-        benchmark::RegisterBenchmark(name, function)->Unit(benchmark::kMillisecond);
-    benchmark::Initialize(&argc, argv);
-
-    RatioReporter reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-
-    std::printf("\nA lesson of %d strokes of %d points, %d short strokes; times as multiples:\n",
-                lessonStrokes, lessonPoints, manyStrokes);
-    reporter.printRatio("a move of the pen: lesson / empty board", "pen, lesson", "pen, empty");
-    reporter.printRatio("a move of the pen: many strokes / empty board", "pen, many", "pen, empty");
-    reporter.printRatio("a move of the pen on the lesson: board / bare view", "pen, lesson",
-                        "pen, lesson, bare");
-    reporter.printRatio("dragging a note: lesson / empty board", "note, lesson", "note, empty");
-    reporter.printRatio("scrolling the lesson: board / bare view", "scroll, lesson",
-                        "scroll, lesson, bare");
-    reporter.printRatio("repainting the lesson: board / bare view", "repaint, lesson",
-                        "repaint, lesson, bare");
+    return runBenchmarks(argc, argv, benchmarks());
 }

@@ -38,7 +38,7 @@ void namePreviews(const QTabWidget *help)
     for (int i = 0; i < help->count(); ++i) {
         const auto labels = help->widget(i)->findChildren<QLabel *>();
         for (auto *label : labels) {
-            if (!label->pixmap().isNull())
+            if (label->property("picture").isValid())
                 label->setAccessibleName(MainWindow::tr("Vista previa: %1").arg(help->tabText(i)));
         }
     }
@@ -59,13 +59,14 @@ MainWindow::MainWindow(QWidget *parent)
     // "infrerior", because they are the product's own texts, which manuals and people quote.
     // Quirk: the boxes on the settings page do nothing and forget their state, because they
     // announce what is to come; the one that speaks of encryption is OnlyViewData.
+    applyWindowStyle(*this);
     ui->setupUi(this);
 
     checkVersion();
     initializeUpdateAdvisorEffect();
     NavMain();
 
-    applyWindowLook(*this);
+    dressWidgets(*this);
     showRule(ui->Separator);
     showRule(ui->SeparatorMenu);
     ui->listWidget->setAccessibleName(ui->SubTitleIndexFiles->text());

@@ -1,6 +1,8 @@
 // Dresses a window: font, style sheet, pictures by scale, names for screen readers.
 #include "look/windowlook.h"
 
+#include "look/picturelabel.h"
+
 #include <QApplication>
 #include <QFile>
 #include <QFontDatabase>
@@ -34,23 +36,13 @@ void dressToolTips()
     QToolTip::setFont(font);
 }
 
-/// The picture at \a path as it is drawn for screens with fine pixels.
-QString finePicture(const QString &path)
-{
-    QString fine(path);
-    return fine.insert(path.lastIndexOf(u'.'), u"@2x"_s);
-}
-
-/// A picture that a form gives to a label is always the coarse one. The fine one is right wherever
-/// one of the screens is fine: a label scales it down for the screen that it stands on.
+/// Those of pages that are not seen at first wait until they are.
 void showPictures(const QWidget &window)
 {
-    const bool fine = qApp->devicePixelRatio() > 1.0;
     const auto labels = window.findChildren<QLabel *>();
     for (auto *label : labels) {
-        const QString path = label->property("picture").toString();
-        if (!path.isEmpty())
-            label->setPixmap(QPixmap(fine ? finePicture(path) : path));
+        if (!dynamic_cast<PictureLabel *>(label))
+            showPicture(label);
     }
 }
 
@@ -74,14 +66,24 @@ void registerFont()
     QFont::insertSubstitution(u"Segoe UI"_s, programFamily());
 }
 
-void applyWindowLook(QWidget &window)
+void applyWindowStyle(QWidget &window)
 {
     registerFont();
     QFile style(u":/styles/window.qss"_s);
     if (style.open(QIODevice::ReadOnly))
         window.setStyleSheet(QString::fromUtf8(style.readAll()));
-    showPictures(window);
     dressMenus();
     dressToolTips();
+}
+
+void dressWidgets(QWidget &window)
+{
+    showPictures(window);
     nameByToolTips(window);
+}
+
+void applyWindowLook(QWidget &window)
+{
+    applyWindowStyle(window);
+    dressWidgets(window);
 }

@@ -6,7 +6,13 @@ class QWidget;
 /// Registers the program's font, and has it stand in for "Segoe UI" where the system has none.
 void registerFont();
 
-/// Dresses \a window: registers the program's font, also for menus and tool tips, gives the window
-/// the style sheet that all windows share, shows the picture of every label whose property "picture"
-/// names one, and gives every widget with a tool tip that text as its name for screen readers.
+/// Registers the program's font, also for menus and tool tips, and gives \a window the style sheet that
+/// all windows share. Done before the window has its widgets, it has none of them polished twice.
+void applyWindowStyle(QWidget &window);
+
+/// Shows the picture of every label in \a window whose property "picture" names one (a PictureLabel
+/// does so itself), and gives every widget with a tool tip that text as its name for screen readers.
+void dressWidgets(QWidget &window);
+
+/// Both of that, for a \a window that has its widgets.
 void applyWindowLook(QWidget &window);

@@ -3,6 +3,7 @@
 #   display   a virtual display, and a person's pointer and keys in it
 #   lint      layout and lint, of C++ and of the scripts
 #   test      what the tests and the benchmarks need beside the program
+#   bench     running the benchmarks
 #   windows   the program for Windows
 #   wine      running it
 #   package   its installer and its ZIP file
@@ -19,6 +20,7 @@ declare -A packages=(
     # 19 is in Debian 12 and 13 alike.
     [lint]="clang-format-19 clang-tidy-19 shellcheck"
     [test]="openssl libbenchmark-dev"
+    [bench]="libbenchmark-dev python3"
     [windows]="g++-mingw-w64-x86-64-posix cmake ninja-build qt6-base-dev qt6-l10n-tools"
     [wine]="wine wine64 fonts-wine fonts-liberation fonts-symbola xauth"
     [package]="nsis zip"
@@ -32,6 +34,7 @@ declare -A commands=(
     [display]="Xvfb openbox xdotool xprop xwininfo setxkbmap convert import jq"
     [lint]="clang-format-19,clang-format clang-tidy-19,clang-tidy shellcheck"
     [test]="openssl"
+    [bench]="python3"
     [windows]="x86_64-w64-mingw32-g++-posix cmake ninja"
     [wine]="wine wineboot wineserver"
     [package]="makensis zip"
@@ -127,7 +130,7 @@ need_commands() {
             compiles /dev/null || missing+=("a C++20 compiler")
             [[ $(qt_version) =~ ^6\.([4-9]|[1-9][0-9]) ]] || missing+=("Qt 6.4 or later")
             ;;
-        test)
+        test | bench)
             compiles /dev/null -include benchmark/benchmark.h || missing+=("Google Benchmark")
             ;;
         esac

@@ -2,6 +2,7 @@
 // come to on the screen.
 
 #include "tests/support/home/homewindow.h"
+#include "tests/support/look/sharppictures.h"
 #include "tests/support/main/registeredtest.h"
 
 #include <QFontInfo>
@@ -72,6 +73,7 @@ private slots:
     void onlyTheSelectedHelpTabShowsItsText();
     void onlyTheSelectedHelpTabIsWide();
     void previewsFillTheirLabels();
+    void noPreviewIsDecodedBeforeItIsSeen();
 
 private:
     std::unique_ptr<HomeWindow> home;
@@ -195,9 +197,33 @@ void TestHomeLook::previewsFillTheirLabels()
 {
     const auto labels = home->child(u"HelpWidget"_s)->findChildren<QLabel *>();
     for (const auto *label : labels) {
-        if (!label->pixmap().isNull())
+        if (SharpPictures::isPicture(*label))
             QVERIFY2(label->hasScaledContents(), qPrintable(label->objectName()));
     }
+}
+
+// All previews together take longer to decode than all else that the start does.
+void TestHomeLook::noPreviewIsDecodedBeforeItIsSeen()
+{
+    auto *const tabs = home->child<QTabWidget>(u"HelpWidget"_s);
+    const auto decodedTabs = [tabs] {
+        QStringList names;
+        for (int i = 0; i < tabs->count(); ++i) {
+            const auto labels = tabs->widget(i)->findChildren<QLabel *>();
+            const auto decoded = [](const QLabel *label) { return !label->pixmap().isNull(); };
+            if (std::ranges::any_of(labels, decoded))
+                names << tabs->tabText(i);
+        }
+        return names;
+    };
+    home->window.grab();
+    QCOMPARE(decodedTabs(), QStringList());
+
+    home->window.NavHelp();
+    QCOMPARE(decodedTabs(), QStringList{tabs->tabText(0)});
+
+    tabs->setCurrentIndex(1);
+    QCOMPARE(decodedTabs(), QStringList({tabs->tabText(0), tabs->tabText(1)}));
 }
 
 PLUMARA_TEST(TestHomeLook)

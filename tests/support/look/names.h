@@ -1,6 +1,8 @@
 // Under which names the widgets of a window are read out to people who do not see them.
 #pragma once
 
+#include "tests/support/look/sharppictures.h"
+
 #include <QAccessible>
 #include <QLabel>
 #include <QWidget>
@@ -22,7 +24,7 @@ inline QStringList missing(const QWidget &window)
     const auto widgets = window.findChildren<QWidget *>();
     for (auto *widget : widgets) {
         const auto *const label = qobject_cast<const QLabel *>(widget);
-        const bool picture = label && !label->pixmap().isNull();
+        const bool picture = label && SharpPictures::isPicture(*label);
         if (widget->objectName().isEmpty() || (widget->focusPolicy() == Qt::NoFocus && !picture))
             continue;
         if (of(*widget).isEmpty())

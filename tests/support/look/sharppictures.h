@@ -21,6 +21,12 @@ inline QImage laidOn(const QColor &ground, QImage image)
     return flat;
 }
 
+/// Whether \a label is there to show a picture, decoded yet or not.
+inline bool isPicture(const QLabel &label)
+{
+    return !label.property("picture").toString().isEmpty();
+}
+
 /// The picture of \a label in the best drawing that there is, scaled once to the screen's pixels.
 inline QImage expected(const QLabel &label)
 {
@@ -55,7 +61,7 @@ inline QStringList blurred(const QWidget &window)
     QStringList names;
     const auto labels = window.findChildren<QLabel *>();
     for (auto *label : labels) {
-        if (label->property("picture").toString().isEmpty())
+        if (!isPicture(*label))
             continue;
         const QImage seen = label->grab().toImage();
         const QColor corner = seen.pixelColor(0, 0);
