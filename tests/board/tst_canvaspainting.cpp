@@ -503,7 +503,6 @@ void TestCanvasPainting::anArrowThatEndsFarAwayLooksLikeANearerOne_data()
     QTest::newRow("ten thousand") << 1e4;
     QTest::newRow("a million") << 1e6;
     QTest::newRow("out of every raster") << 1e9;
-    QTest::newRow("hardly a number") << 1e300;
 }
 
 void TestCanvasPainting::anArrowThatEndsFarAwayLooksLikeANearerOne()
@@ -515,9 +514,7 @@ void TestCanvasPainting::anArrowThatEndsFarAwayLooksLikeANearerOne()
         auto *const arrow = new ArrowLineItem({500, 300}, {500 + away, 300 + away});
         arrow->setWidth(9);
         shownBoard->scene.addItem(arrow);
-        // Farther away its rectangle would not be found to reach into sight.
-        const qreal farthest = std::min(away, 1e9);
-        shownBoard->scene.addItem(new ArrowLineItem({300 - farthest, 200}, {300, 200}));
+        shownBoard->scene.addItem(new ArrowLineItem({300 - away, 200}, {300, 200}));
         return shownBoard;
     };
     const auto nearer = board(3000);
