@@ -9,6 +9,8 @@
 #include <QFileDialog>
 #include <QFileInfo>
 
+#include <utility>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -77,7 +79,7 @@ void BoardWindow::writeBoardFile(const QString &path, bool adoptPath)
 
 void BoardWindow::loadBoard(const QString &path)
 {
-    const BoardFileContents contents = readDocument(path);
+    BoardFileContents contents = readDocument(path);
     switch (contents.status) {
     case BoardFileContents::Status::CannotOpen:
         warn(u"No se pudo abrir el archivo."_s);
@@ -97,7 +99,7 @@ void BoardWindow::loadBoard(const QString &path)
     scene->clear();
     // Quirk: among items of one kind, the topmost of a saved board is the lowest of the opened one,
     // because a file lists the topmost first and each item goes on top of those before it.
-    for (auto &item : itemsOf(contents.document)) {
+    for (auto &item : itemsOf(std::move(contents.document))) {
         watch(item.get(), this);
         scene->addItem(item.release());
     }

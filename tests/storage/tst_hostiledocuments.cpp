@@ -64,7 +64,7 @@ void paint(QGraphicsScene &scene)
 
 qsizetype elementCount(const QGraphicsScene &scene)
 {
-    return buildBoardDocument(scene).value("items"_L1).toArray().size();
+    return elementsOf(scene).size();
 }
 
 /// Whether \a scene can be shown and saved, and opens again with all its elements.
