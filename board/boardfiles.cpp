@@ -1,6 +1,7 @@
 // Saves the board to its file and opens boards.
 #include "board/boardwindow.h"
 
+#include "board/longwork.h"
 #include "items/boarditems.h"
 #include "storage/boarddocument.h"
 #include "storage/boardfile.h"
@@ -59,6 +60,7 @@ void BoardWindow::saveBoard()
 
 void BoardWindow::writeBoardFile(const QString &path, bool adoptPath)
 {
+    const LongWork work(expectedSize(*scene));
     // The document is complete before the file is opened, and with that emptied.
     switch (writeDocument(path, buildBoardDocument(*scene))) {
     case BoardFileWriting::CannotOpen:
@@ -79,6 +81,7 @@ void BoardWindow::writeBoardFile(const QString &path, bool adoptPath)
 
 void BoardWindow::loadBoard(const QString &path)
 {
+    const LongWork work(QFileInfo(path).size());
     BoardFileContents contents = readDocument(path);
     switch (contents.status) {
     case BoardFileContents::Status::CannotOpen:

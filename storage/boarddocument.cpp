@@ -84,7 +84,7 @@ template <> struct Element<StickyNoteItem>
     static constexpr auto kind = "postit"_L1;
     static constexpr qreal z = 1.0;
 
-    static qint64 size(const StickyNoteItem &note) { return 200 + note.getText().size(); }
+    static qint64 size(const StickyNoteItem &) { return 400; }
     static std::optional<QJsonObject> toJson(const StickyNoteItem &note)
     {
         return QJsonObject{{"x"_L1, note.pos().x()},
@@ -110,7 +110,7 @@ template <> struct Element<FreeDrawItem>
 
     static qint64 size(const QGraphicsPathItem &stroke)
     {
-        return 200 + 150 * qint64{stroke.path().elementCount()};
+        return 150 + 150 * qint64{stroke.path().elementCount()};
     }
     static std::optional<QJsonObject> toJson(const QGraphicsPathItem &stroke)
     {
@@ -259,7 +259,6 @@ qint64 expectedSize(const QGraphicsScene &scene)
 QByteArray buildBoardDocument(const QGraphicsScene &scene)
 {
     QByteArray text = "{\n    \"items\": [";
-    text.reserve(expectedSize(scene));
     const auto items = scene.items(Qt::DescendingOrder);
     for (const auto *item : items)
         appendElement(text, item);
