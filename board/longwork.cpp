@@ -3,11 +3,12 @@
 
 #include <QApplication>
 #include <QEventLoop>
-#include <QMouseEvent>
 #include <QPointer>
 #include <QTimer>
 #include <QWidget>
+#include <QWindow>
 
+#include <memory>
 #include <utility>
 
 namespace {
@@ -17,6 +18,7 @@ namespace {
 constexpr qint64 much = 512 * 1024; // bytes
 
 constexpr int longestWait = 1000; // ms
+constexpr int longestWaitForFocus = 200; // ms
 
 bool isInput(QEvent::Type type)
 {
@@ -49,12 +51,11 @@ bool isInput(QEvent::Type type)
     }
 }
 
-/// The sign for waiting and the end of all input, from its construction to end().
+/// The sign for waiting and the end of all input, for as long as the object lives.
 class Waiting : public QObject
 {
 public:
     Waiting()
-        : QObject(QCoreApplication::instance())
     {
         // Not the sign for being busy, with which a person may go on working.
         QGuiApplication::setOverrideCursor(Qt::WaitCursor);
@@ -62,7 +63,17 @@ public:
         // Has the sign shown, and painted what a closed dialog has uncovered: no event is looked at
         // until the work is done.
         QGuiApplication::sync();
+        waitForFocus();
     }
+
+    ~Waiting() override
+    {
+        // What has come in until now is dropped. The toolkit drops by itself what is left of a press
+        // that nobody got.
+        QGuiApplication::sync();
+        QGuiApplication::restoreOverrideCursor();
+    }
+    Q_DISABLE_COPY_MOVE(Waiting)
 
     void waitUntilPainted(const QWidget &window)
     {
@@ -73,21 +84,8 @@ public:
         loop.exec();
     }
 
-    /// Deletes the object, now or when the last button is released.
-    void end()
-    {
-        QGuiApplication::sync();
-        QGuiApplication::restoreOverrideCursor();
-        if (QGuiApplication::mouseButtons() == Qt::NoButton)
-            delete this;
-        else
-            ended = true;
-    }
-
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if (ended)
-            return isRestOfPress(*event);
         if (event->type() == QEvent::Paint)
             notePaint(watched);
         if (!isInput(event->type()))
@@ -98,6 +96,28 @@ public:
     }
 
 private:
+    /// A window manager takes its frame off a closed dialog a little later than the toolkit takes
+    /// the dialog, and then gives the focus to a window that stays.
+    static void waitForFocus()
+    {
+        if (hasFocus())
+            return;
+        QEventLoop loop;
+        QTimer::singleShot(longestWaitForFocus, &loop, &QEventLoop::quit);
+        connect(qGuiApp, &QGuiApplication::focusWindowChanged, &loop, [&loop] {
+            if (hasFocus())
+                loop.quit();
+        });
+        loop.exec();
+        QGuiApplication::sync();
+    }
+
+    static bool hasFocus()
+    {
+        const auto *const window = QGuiApplication::focusWindow();
+        return window && window->isVisible();
+    }
+
     void notePaint(const QObject *watched)
     {
         const auto *const widget = qobject_cast<const QWidget *>(watched);
@@ -108,27 +128,12 @@ private:
         painted = nullptr;
     }
 
-    /// Whether \a event belongs to a press that was dropped. The next press is not.
-    bool isRestOfPress(const QEvent &event)
-    {
-        const bool rest =
-            event.type() == QEvent::MouseMove || event.type() == QEvent::MouseButtonRelease;
-        if (!rest && event.type() != QEvent::MouseButtonPress)
-            return false;
-        if (!rest || QGuiApplication::mouseButtons() == Qt::NoButton) {
-            QCoreApplication::instance()->removeEventFilter(this);
-            deleteLater();
-        }
-        return rest;
-    }
-
-    bool ended = false;
     const QWidget *awaited = nullptr;
     QPointer<QEventLoop> painted; // ends when the awaited window has been painted
 };
 
 // The present work, of which there is one at a time: all that waits waits in the GUI thread.
-Waiting *waiting = nullptr;
+std::unique_ptr<Waiting> waiting;
 
 } // namespace
 
@@ -137,7 +142,7 @@ LongWork::LongWork(qint64 bytes)
     if (waiting || bytes < much)
         return;
     outermost = true;
-    waiting = new Waiting;
+    waiting = std::make_unique<Waiting>();
 }
 
 LongWork::~LongWork()
@@ -148,12 +153,12 @@ LongWork::~LongWork()
 
 void LongWork::interrupt()
 {
-    if (waiting)
-        std::exchange(waiting, nullptr)->end();
+    // Events that are delivered at the end find no work any more.
+    const auto ended = std::move(waiting);
 }
 
 void LongWork::waitUntilPainted(const QWidget &window)
 {
-    if (waiting && window.isVisible())
+    if (waiting)
         waiting->waitUntilPainted(window);
 }
