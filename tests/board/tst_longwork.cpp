@@ -293,7 +293,8 @@ void TestLongWork::aRefusedFileIsReportedUnderTheUsualPointer()
         QTest::mouseClick(box.windowHandle(), Qt::LeftButton, {},
                           button->mapTo(&box, button->rect().center()));
         clicked = !box.isVisible();
-        // The box must not stay open for ever.
+        // Else the box stays open for ever.
+        LongWork::interrupt();
         box.reject();
     });
 
@@ -332,6 +333,8 @@ void TestLongWork::aFailedSaveIsReportedUnderTheUsualPointer()
     bool waiting = true;
     const ModalAnswer<QMessageBox> answer([&](QMessageBox &box) {
         waiting = QGuiApplication::overrideCursor();
+        // Else the box stays open for ever.
+        LongWork::interrupt();
         answerBox(box, u"OK"_s);
     });
 
