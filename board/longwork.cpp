@@ -15,7 +15,7 @@ namespace {
 
 // About as much as is read and painted in a tenth of a second; and on a machine a few times slower,
 // before anybody wonders.
-constexpr qint64 much = 512 * 1024; // bytes
+constexpr qint64 much = 500'000; // bytes
 
 constexpr int longestWait = 1000; // ms
 constexpr int longestWaitForFocus = 200; // ms

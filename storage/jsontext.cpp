@@ -22,7 +22,7 @@ constexpr double largest = 1e15;
 
 void appendNumber(QByteArray &text, double number)
 {
-    std::array<char, 32> digits; // NOLINT(*-member-init): is written before it is read
+    std::array<char, 32> digits{};
     auto *const begin = digits.data();
     auto *const end = begin + digits.size();
     const double size = std::abs(number);
@@ -41,5 +41,5 @@ QByteArray indentedText(const QJsonObject &object, int level)
     QByteArray lines = QJsonDocument(object).toJson(QJsonDocument::Indented);
     lines.chop(1);
     // In a string a line feed is written as an escape; each one here ends a line.
-    return lines.replace('\n', '\n' + QByteArray(level * indentation, ' '));
+    return lines.replace('\n', '\n' + QByteArray(qsizetype{level} * indentation, ' '));
 }
