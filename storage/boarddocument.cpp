@@ -259,6 +259,8 @@ qint64 expectedSize(const QGraphicsScene &scene)
 QByteArray buildBoardDocument(const QGraphicsScene &scene)
 {
     QByteArray text = "{\n    \"items\": [";
+    // A text that grows is copied again and again, and is then in memory twice.
+    text.reserve(expectedSize(scene));
     const auto items = scene.items(Qt::DescendingOrder);
     for (const auto *item : items)
         appendElement(text, item);
