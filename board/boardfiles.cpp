@@ -1,6 +1,7 @@
 // Saves the board to its file and opens boards.
 #include "board/boardwindow.h"
 
+#include "board/longwork.h"
 #include "items/boarditems.h"
 #include "storage/boarddocument.h"
 #include "storage/boardfile.h"
@@ -8,6 +9,8 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -57,6 +60,7 @@ void BoardWindow::saveBoard()
 
 void BoardWindow::writeBoardFile(const QString &path, bool adoptPath)
 {
+    const LongWork work(expectedSize(*scene));
     // The document is complete before the file is opened, and with that emptied.
     switch (writeDocument(path, buildBoardDocument(*scene))) {
     case BoardFileWriting::CannotOpen:
@@ -77,7 +81,8 @@ void BoardWindow::writeBoardFile(const QString &path, bool adoptPath)
 
 void BoardWindow::loadBoard(const QString &path)
 {
-    const BoardFileContents contents = readDocument(path);
+    const LongWork work(QFileInfo(path).size());
+    BoardFileContents contents = readDocument(path);
     switch (contents.status) {
     case BoardFileContents::Status::CannotOpen:
         warn(u"No se pudo abrir el archivo."_s);
@@ -97,7 +102,7 @@ void BoardWindow::loadBoard(const QString &path)
     scene->clear();
     // Quirk: among items of one kind, the topmost of a saved board is the lowest of the opened one,
     // because a file lists the topmost first and each item goes on top of those before it.
-    for (auto &item : itemsOf(contents.document)) {
+    for (auto &item : itemsOf(std::move(contents.document))) {
         watch(item.get(), this);
         scene->addItem(item.release());
     }

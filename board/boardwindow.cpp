@@ -2,6 +2,7 @@
 #include "board/boardwindow.h"
 
 #include "board/boardgeometry.h"
+#include "board/longwork.h"
 #include "look/windowlook.h"
 
 #include "ui_boardwindow.h"
@@ -133,5 +134,6 @@ void BoardWindow::connectSignals()
 
 void BoardWindow::warn(const QString &text)
 {
+    LongWork::interrupt();
     QMessageBox::warning(this, u"Error"_s, text, QMessageBox::Ok);
 }

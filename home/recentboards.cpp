@@ -2,6 +2,7 @@
 #include "home/mainwindow.h"
 
 #include "board/boardwindow.h"
+#include "board/longwork.h"
 #include "home/projectdelegate.h"
 
 #include "ui_mainwindow.h"
@@ -95,11 +96,14 @@ BoardWindow *MainWindow::board()
 /// by the board window, which is shown all the same.
 void MainWindow::openBoard(const QString &path)
 {
+    const LongWork work(QFileInfo(path).size());
     board()->loadBoard(path);
     // Quirk: a file that could not be opened leads to a board under that file's name, because the
     // board is named and shown whatever became of opening; it is saved to its earlier file, or
     // asks.
     board()->showBoardName(QFileInfo(path).fileName());
     board()->show();
+    // A window that has just come up shows what is behind it until it is painted.
+    LongWork::waitUntilPainted(*board());
     hide();
 }

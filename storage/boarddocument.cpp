@@ -2,14 +2,15 @@
 #include "storage/boarddocument.h"
 
 #include "items/boarditems.h"
+#include "storage/jsontext.h"
 
 #include <QBuffer>
 #include <QGraphicsScene>
 #include <QJsonArray>
 #include <QPen>
 
+#include <algorithm>
 #include <optional>
-#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -30,15 +31,22 @@ QColor colorOf(const QJsonObject &object, QLatin1StringView key)
     return QColor::fromString(object.value(key).toString());
 }
 
-QJsonArray pointsOf(const QPainterPath &path)
+/// Appends the points of \a path as members of the array "path" of a stroke. There are many times
+/// more of them than of anything else; so they get their text without an object for each.
+void appendPoints(QByteArray &text, const QPainterPath &path)
 {
-    QJsonArray points;
     for (int i = 0; i < path.elementCount(); ++i) {
         const auto element = path.elementAt(i);
-        points.append(QJsonObject{
-            {"x"_L1, element.x}, {"y"_L1, element.y}, {"type"_L1, static_cast<int>(element.type)}});
+        text += i == 0 ? "\n                {\n                    \"type\": "
+                       : ",\n                {\n                    \"type\": ";
+        text += static_cast<char>('0' + element.type);
+        text += ",\n                    \"x\": ";
+        appendNumber(text, element.x);
+        text += ",\n                    \"y\": ";
+        appendNumber(text, element.y);
+        text += "\n                }";
     }
-    return points;
+    text += "\n            ";
 }
 
 // Quirk: a curve in a file comes back as straight pieces, because every point that does not move
@@ -46,6 +54,7 @@ QJsonArray pointsOf(const QPainterPath &path)
 QPainterPath pathOf(const QJsonArray &points)
 {
     QPainterPath path;
+    path.reserve(static_cast<int>(points.size()));
     bool first = true;
     for (const auto &value : points) {
         const QJsonObject object = value.toObject();
@@ -62,7 +71,9 @@ QPainterPath pathOf(const QJsonArray &points)
 /// How a class of items stands in a document. Each class has
 ///   kind        its name there
 ///   z           the z value of an opened item
-///   toJson()    the element of an item, without its kind; none when the item is not stored
+///   size()      about how many bytes the text of an item's element takes
+///   toJson()    the element of an item, without its kind and its points; none when the item is not
+///               stored
 ///   fromJson()  the item that an element describes
 // Quirk: an opened board stacks strokes above notes and arrows above strokes, because a file holds
 // no levels and each kind has one; boards that exist have always been shown so.
@@ -73,6 +84,7 @@ template <> struct Element<StickyNoteItem>
     static constexpr auto kind = "postit"_L1;
     static constexpr qreal z = 1.0;
 
+    static qint64 size(const StickyNoteItem &) { return 400; }
     static std::optional<QJsonObject> toJson(const StickyNoteItem &note)
     {
         return QJsonObject{{"x"_L1, note.pos().x()},
@@ -96,15 +108,18 @@ template <> struct Element<FreeDrawItem>
     static constexpr auto kind = "freedraw"_L1;
     static constexpr qreal z = 2.0;
 
+    static qint64 size(const QGraphicsPathItem &stroke)
+    {
+        return 150 + 150 * qint64{stroke.path().elementCount()};
+    }
     static std::optional<QJsonObject> toJson(const QGraphicsPathItem &stroke)
     {
-        const QPainterPath path = stroke.path();
-        if (path.isEmpty())
+        if (stroke.path().isEmpty())
             return std::nullopt;
         const QPen pen = stroke.pen();
         // Quirk: a transparent colour comes back opaque, because a file holds red, green and blue
         // in six digits.
-        return QJsonObject{{"path"_L1, pointsOf(path)},
+        return QJsonObject{{"path"_L1, QJsonArray()},
                            {"penColor"_L1, pen.color().name()},
                            {"penWidth"_L1, pen.width()}};
     }
@@ -123,6 +138,7 @@ template <> struct Element<ArrowLineItem>
     static constexpr auto kind = "arrow"_L1;
     static constexpr qreal z = 3.0;
 
+    static qint64 size(const QGraphicsLineItem &) { return 250; }
     // Quirk: a dragged arrow is stored where it was drawn, because a file holds an arrow's line and
     // not the place of its item.
     static std::optional<QJsonObject> toJson(const QGraphicsLineItem &arrow)
@@ -156,6 +172,12 @@ template <> struct Element<ResizablePixmapItem>
     static constexpr auto kind = "image"_L1;
     static constexpr qreal z = 0.0;
 
+    static qint64 size(const QGraphicsPixmapItem &image)
+    {
+        // Photographs take more and drawings less than a byte a pixel.
+        const QSize pixels = image.pixmap().size();
+        return 200 + qint64{pixels.width()} * pixels.height();
+    }
     static std::optional<QJsonObject> toJson(const QGraphicsPixmapItem &image)
     {
         // Quirk: a picture that was made smaller cannot be enlarged sharply after an opening,
@@ -182,55 +204,82 @@ template <> struct Element<ResizablePixmapItem>
     }
 };
 
-/// The element of \a item, which stands in the document as the class \c Item does.
-template <typename Item, typename Written> std::optional<QJsonObject> elementAs(const Written &item)
+/// Calls \a visitor with the kind that \a item has in a document, as the \c Element of its class,
+/// and the item. An item that is of no kind there is passed over.
+template <typename Visitor> void visitStored(const QGraphicsItem *item, const Visitor &visitor)
 {
-    auto element = Element<Item>::toJson(item);
-    if (element)
-        element->insert(kindKey, Element<Item>::kind);
-    return element;
-}
-
-std::optional<QJsonObject> elementOf(const QGraphicsItem *item)
-{
-    std::optional<QJsonObject> element;
-    const bool known = visitBoardItem(item, [&element]<typename Item>(const Item &boardItem) {
-        element = elementAs<Item>(boardItem);
-    });
-    if (known)
-        return element;
+    if (visitBoardItem(item, [&visitor]<typename Item>(const Item &boardItem) {
+            visitor(Element<Item>(), boardItem);
+        }))
+        return;
     // Quirk: a bare path, line or picture of the toolkit is stored as well, because a file goes by
     // the toolkit's types of items; the program itself puts none on a board.
     if (const auto *path = qgraphicsitem_cast<const QGraphicsPathItem *>(item))
-        return elementAs<FreeDrawItem>(*path);
-    if (const auto *line = qgraphicsitem_cast<const QGraphicsLineItem *>(item))
-        return elementAs<ArrowLineItem>(*line);
-    if (const auto *picture = qgraphicsitem_cast<const QGraphicsPixmapItem *>(item))
-        return elementAs<ResizablePixmapItem>(*picture);
-    return std::nullopt;
+        visitor(Element<FreeDrawItem>(), *path);
+    else if (const auto *line = qgraphicsitem_cast<const QGraphicsLineItem *>(item))
+        visitor(Element<ArrowLineItem>(), *line);
+    else if (const auto *picture = qgraphicsitem_cast<const QGraphicsPixmapItem *>(item))
+        visitor(Element<ResizablePixmapItem>(), *picture);
+}
+
+/// Appends the element of \a item, if it has one, as a member of the array of elements.
+void appendElement(QByteArray &text, const QGraphicsItem *item)
+{
+    visitStored(item, [&text]<typename Item>(Element<Item> kind, const auto &stored) {
+        auto element = kind.toJson(stored);
+        if (!element)
+            return;
+        element->insert(kindKey, kind.kind);
+        const QByteArray members = indentedText(*element, 2);
+        text += text.endsWith('[') ? "\n        " : ",\n        ";
+        if constexpr (std::is_same_v<Item, FreeDrawItem>) {
+            // The array of the points is empty as yet.
+            const qsizetype start = members.indexOf('[') + 1;
+            text += QByteArrayView(members).first(start);
+            appendPoints(text, stored.path());
+            text += QByteArrayView(members).sliced(members.indexOf(']'));
+        } else {
+            text += members;
+        }
+    });
 }
 
 } // namespace
 
-QJsonObject buildBoardDocument(const QGraphicsScene &scene)
+qint64 expectedSize(const QGraphicsScene &scene)
 {
-    QJsonArray elements;
-    const auto items = scene.items(Qt::DescendingOrder);
+    qint64 size = 0;
+    const auto items = scene.items();
     for (const auto *item : items) {
-        if (const auto element = elementOf(item))
-            elements.append(*element);
+        visitStored(item, [&size](auto kind, const auto &stored) { size += kind.size(stored); });
     }
-    return {{elementsKey, elements}};
+    return size;
 }
 
-std::vector<std::unique_ptr<QGraphicsItem>> itemsOf(const QJsonObject &document)
+QByteArray buildBoardDocument(const QGraphicsScene &scene)
+{
+    QByteArray text = "{\n    \"items\": [";
+    // A text that grows is copied again and again, and is then in memory twice.
+    text.reserve(expectedSize(scene));
+    const auto items = scene.items(Qt::DescendingOrder);
+    for (const auto *item : items)
+        appendElement(text, item);
+    text += "\n    ]\n}\n";
+    return text;
+}
+
+std::vector<std::unique_ptr<QGraphicsItem>> itemsOf(QJsonObject document)
 {
     std::vector<std::unique_ptr<QGraphicsItem>> items;
-    const QJsonArray elements = document.value(elementsKey).toArray();
-    for (const auto &element : elements) {
-        if (auto item = itemFromElement(element.toObject()))
+    QJsonArray elements = document.take(elementsKey).toArray();
+    items.reserve(static_cast<std::size_t>(elements.size()));
+    // An element goes as soon as its item is there. They are taken from the end, because from there
+    // an array shrinks at no cost.
+    while (!elements.isEmpty()) {
+        if (auto item = itemFromElement(elements.takeAt(elements.size() - 1).toObject()))
             items.push_back(std::move(item));
     }
+    std::ranges::reverse(items);
     return items;
 }
 

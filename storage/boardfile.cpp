@@ -15,7 +15,7 @@ BoardFileContents readDocument(const QString &path)
     return {BoardFileContents::Status::Read, document.object()};
 }
 
-BoardFileWriting writeDocument(const QString &path, const QJsonObject &document)
+BoardFileWriting writeDocument(const QString &path, const QByteArray &document)
 {
     QFile file(path);
     // Quirk: a save whose writing fails leaves the file empty, because a board is written straight
@@ -24,7 +24,7 @@ BoardFileWriting writeDocument(const QString &path, const QJsonObject &document)
     // the buffer and fail unseen when the file is closed.
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
         return BoardFileWriting::CannotOpen;
-    const qint64 written = file.write(QJsonDocument(document).toJson(QJsonDocument::Indented));
+    const qint64 written = file.write(document);
     // Quirk: a board that was written only in part counts as saved, because any number of bytes
     // above zero is taken for a success.
     return written > 0 ? BoardFileWriting::Written : BoardFileWriting::WriteFailed;

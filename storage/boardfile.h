@@ -1,6 +1,7 @@
 // The file in which a board's document is kept.
 #pragma once
 
+#include <QByteArray>
 #include <QJsonObject>
 #include <QString>
 
@@ -21,5 +22,5 @@ BoardFileContents readDocument(const QString &path);
 /// as it was.
 enum class BoardFileWriting { Written, CannotOpen, WriteFailed };
 
-/// Replaces the contents of the file \a path by \a document.
-BoardFileWriting writeDocument(const QString &path, const QJsonObject &document);
+/// Replaces the contents of the file \a path by the text \a document.
+BoardFileWriting writeDocument(const QString &path, const QByteArray &document);

@@ -9,6 +9,7 @@
 
 #include <QFile>
 #include <QGraphicsScene>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QPainterPath>
 #include <QPen>
@@ -25,7 +26,16 @@ inline QByteArray documentBytes(const QString &name)
 /// The bytes of the board file for \a scene.
 inline QByteArray bytesOf(const QGraphicsScene &scene)
 {
-    return QJsonDocument(buildBoardDocument(scene)).toJson(QJsonDocument::Indented);
+    return buildBoardDocument(scene);
+}
+
+/// The elements in the board file for \a scene.
+inline QJsonArray elementsOf(const QGraphicsScene &scene)
+{
+    return QJsonDocument::fromJson(bytesOf(scene))
+        .object()
+        .value(QStringLiteral("items"))
+        .toArray();
 }
 
 /// The item that the element of the JSON text \a json describes.

@@ -64,7 +64,7 @@ StickyNoteItem *addNote(QGraphicsScene &scene, const QString &text, int color, Q
 
 QJsonObject firstElement(const QGraphicsScene &scene)
 {
-    return buildBoardDocument(scene).value("items"_L1).toArray().first().toObject();
+    return elementsOf(scene).first().toObject();
 }
 
 QByteArray withoutImageData(const QByteArray &document)

@@ -9,6 +9,7 @@
 #include <QImage>
 #include <QJsonArray>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QTest>
 
 #include <algorithm>
@@ -34,6 +35,11 @@ private slots:
     void deepNestingInWhatIsIgnoredIsIgnored();
     void anEnormousPathIsShown();
     void anEnormousTextIsShown();
+    void aVeryLongStrokeIsOpenedAndSaved();
+    void veryManyStrokesAreOpenedAndSaved();
+    void farCoordinatesComeBackFromTheFile_data();
+    void farCoordinatesComeBackFromTheFile();
+    void aPictureThatUnpacksToAGigabyteIsEmpty();
     void muchGarbageIsIgnored();
 };
 
@@ -64,7 +70,7 @@ void paint(QGraphicsScene &scene)
 
 qsizetype elementCount(const QGraphicsScene &scene)
 {
-    return buildBoardDocument(scene).value("items"_L1).toArray().size();
+    return elementsOf(scene).size();
 }
 
 /// Whether \a scene can be shown and saved, and opens again with all its elements.
@@ -221,6 +227,75 @@ void TestHostileDocuments::anEnormousTextIsShown()
     QVERIFY(note);
     QCOMPARE(note->getText().size(), text.size());
     QVERIFY(survives(scene));
+}
+
+void TestHostileDocuments::aVeryLongStrokeIsOpenedAndSaved()
+{
+    constexpr int count = 200'000;
+    QByteArray points;
+    for (int i = 0; i < count; ++i) {
+        points += i == 0 ? "" : ",";
+        points += R"({"type": 1, "x": )" + QByteArray::number(i % 1900) + R"(, "y": 1})";
+    }
+    Board scene;
+    QVERIFY(openDocument(scene, documentOf(R"({"type": "freedraw", "path": [)" + points + "]}")));
+    const QJsonArray elements = elementsOf(scene);
+    QCOMPARE(elements.size(), 1);
+    QCOMPARE(elements.first().toObject().value("path"_L1).toArray().size(), count);
+}
+
+void TestHostileDocuments::veryManyStrokesAreOpenedAndSaved()
+{
+    constexpr int count = 100'000;
+    const QByteArray stroke = R"({"type": "freedraw", "path": [{"x": 1}, {"x": 2, "type": 1}]},)";
+    Board scene;
+    QVERIFY(openDocument(scene, documentOf(stroke.repeated(count) + "{}")));
+    QCOMPARE(elementCount(scene), count);
+    // The scene makes itself at home with new items from the event loop.
+    QCoreApplication::processEvents();
+    scene.clear();
+    QVERIFY(scene.items().isEmpty());
+}
+
+void TestHostileDocuments::farCoordinatesComeBackFromTheFile_data()
+{
+    QTest::addColumn<QByteArray>("far");
+    for (const char *const far : {"1e6", "-1e6", "1e15", "-1e100", "1e127"})
+        QTest::newRow(far) << QByteArray(far);
+}
+
+void TestHostileDocuments::farCoordinatesComeBackFromTheFile()
+{
+    QFETCH(QByteArray, far);
+    QByteArray elements = R"(
+        {"type": "arrow", "x1": @, "y1": 5, "x2": 1, "y2": @, "color": "red"},
+        {"type": "freedraw", "penColor": "red", "path": [{}, {"x": @, "y": @, "type": 1}]},
+        {"type": "postit", "x": @, "y": @},
+        {"type": "image", "x": @, "y": 7})";
+    elements.replace("@", far);
+    Board scene;
+    QVERIFY(openDocument(scene, documentOf(elements)));
+    Board reopened;
+    QVERIFY(openDocument(reopened, bytesOf(scene)));
+    QCOMPARE(describeAll(reopened), describeAll(scene));
+    QCOMPARE(describeAll(scene).size(), 4);
+}
+
+void TestHostileDocuments::aPictureThatUnpacksToAGigabyteIsEmpty()
+{
+    // 16,000 x 16,000 pixels of 4 bytes.
+    const QByteArray png =
+        "iVBORw0KGgoAAAANSUhEUgAAPoAAAD6ACAYAAABBft/eAAAA0UlEQVR42u3BMQEAAADCoPVPbQZ/oAAA"
+        "AAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAA"
+        "AAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAA"
+        "AAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAA"
+        "AAAAAG4D7iEAAblokVYAAAAASUVORK5CYII=";
+    QTest::ignoreMessage(
+        QtWarningMsg, QRegularExpression(u"Rejecting image as it exceeds .* allocation limit"_s));
+    Board scene;
+    QVERIFY(openDocument(
+        scene, documentOf(R"({"type": "image", "x": 3, "y": 4, "imageData": ")" + png + R"("})")));
+    QCOMPARE(describeAll(scene), QStringList(u"image 0x0 at 3 4, level 0"_s));
 }
 
 void TestHostileDocuments::muchGarbageIsIgnored()
