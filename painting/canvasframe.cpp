@@ -238,7 +238,8 @@ QRegion CanvasFrame::matchView()
         return {};
     const qreal ratio = canvas.viewport()->devicePixelRatioF();
     const QSize size = (QSizeF(canvas.viewport()->size()) * ratio).toSize();
-    const QTransform transform = canvas.viewportTransform() * QTransform::fromScale(ratio, ratio);
+    toView = canvas.viewportTransform();
+    const QTransform transform = toView * QTransform::fromScale(ratio, ratio);
     const auto [fraction, place] = StrokeCoverage::split(transform);
     const auto [oldFraction, oldPlace] = StrokeCoverage::split(toDevice);
     toDevice = transform;
@@ -541,20 +542,19 @@ void CanvasFrame::paintItems(QImage &target, const QList<QGraphicsItem *> &items
     painter.setRenderHints(canvas.renderHints());
     clip(painter, pixels);
     for (auto *item : items) {
-        const QTransform transform = item->deviceTransform(toDevice);
-        if (!layDown(target, item, transform, pixels))
-            paintItem(painter, item, transform, pixels);
+        if (!layDown(target, item, pixels))
+            paintItem(painter, item, pixels);
     }
 }
 
 /// Lays a resting stroke down from its coverage, which is made when it is first needed; returns
 /// false where \a item has to paint itself.
-bool CanvasFrame::layDown(QImage &target, const QGraphicsItem *item, const QTransform &transform,
-                          const QRect &pixels)
+bool CanvasFrame::layDown(QImage &target, const QGraphicsItem *item, const QRect &pixels)
 {
     const auto *const stroke = dynamic_cast<const FreeDrawItem *>(item);
     if (!stroke || stroke->effectiveOpacity() < 1)
         return false;
+    const QTransform transform = stroke->deviceTransform(toDevice);
     const QPainterPath path = stroke->path();
     const QPen pen = stroke->QGraphicsPathItem::pen();
     const size_t hash = StrokeCoverage::hash(path, pen);
@@ -580,12 +580,11 @@ bool CanvasFrame::layDown(QImage &target, const QGraphicsItem *item, const QTran
     return true;
 }
 
-void CanvasFrame::paintItem(QPainter &painter, QGraphicsItem *item, const QTransform &transform,
-                            const QRect &pixels)
+void CanvasFrame::paintItem(QPainter &painter, QGraphicsItem *item, const QRect &pixels)
 {
     painter.save();
-    const qreal ratio = image.devicePixelRatio();
-    painter.setWorldTransform(transform * QTransform::fromScale(1 / ratio, 1 / ratio));
+    // In the very numbers of the toolkit's own views: halves of pixels are rounded alike.
+    painter.setWorldTransform(item->deviceTransform(toView));
     painter.setOpacity(item->effectiveOpacity());
     if (const auto *const stroke = dynamic_cast<const FreeDrawItem *>(item)) {
         painter.setPen(stroke->QGraphicsPathItem::pen());
@@ -594,7 +593,7 @@ void CanvasFrame::paintItem(QPainter &painter, QGraphicsItem *item, const QTrans
         ++done.strokesPainted;
     } else {
         const auto option = optionFor(item);
-        const QRectF view = transform.inverted().mapRect(QRectF(pixels));
+        const QRectF view = painter.deviceTransform().inverted().mapRect(QRectF(pixels));
         const auto *const arrow = dynamic_cast<const ArrowLineItem *>(item);
         if (arrow && !isNear(*arrow, view))
             paintFarArrow(painter, *arrow, view, option);

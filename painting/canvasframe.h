@@ -73,10 +73,8 @@ private:
     void completeLayers(const QRect &pixels);
     void paintLayers(const QRect &pixels);
     void paintItems(QImage &target, const QList<QGraphicsItem *> &items, const QRect &pixels);
-    bool layDown(QImage &target, const QGraphicsItem *item, const QTransform &transform,
-                 const QRect &pixels);
-    void paintItem(QPainter &painter, QGraphicsItem *item, const QTransform &transform,
-                   const QRect &pixels);
+    bool layDown(QImage &target, const QGraphicsItem *item, const QRect &pixels);
+    void paintItem(QPainter &painter, QGraphicsItem *item, const QRect &pixels);
     QList<QGraphicsItem *> itemsIn(const QRect &pixels) const;
     QRect toPixels(const QRectF &sceneRect) const;
     QRectF toScene(const QRect &pixels) const;
@@ -98,7 +96,9 @@ private:
 
     const QGraphicsView &canvas;
     QImage image;
-    QTransform toDevice; // from the scene to pixels, when the picture was painted
+    // From the scene to the viewport's units, and to pixels, when the picture was painted.
+    QTransform toView;
+    QTransform toDevice;
     NotedItems<PaintedState> painted;
     std::unordered_set<const QGraphicsItem *> outlined;
     // By StrokeCoverage::hash(), not by item: undoing puts other items in the place of all.
