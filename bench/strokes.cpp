@@ -108,7 +108,7 @@ void addBareStrokes(QGraphicsScene &scene, const QJsonObject &document)
         QPainterPath path;
         for (const auto &point : points) {
             const QPointF place(point[u"x"_s].toDouble(), point[u"y"_s].toDouble());
-            if (path.isEmpty())
+            if (path.elementCount() == 0)
                 path.moveTo(place);
             else
                 path.lineTo(place);

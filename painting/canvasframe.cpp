@@ -141,6 +141,7 @@ void CanvasFrame::clear()
 void CanvasFrame::clearPicture()
 {
     image = {};
+    sheet = {};
     painted.clear();
     outlined.clear();
     moving.clear();
@@ -154,7 +155,7 @@ qsizetype CanvasFrame::bytes() const
     // A note stands in a table and, by its place, in another.
     constexpr size_t bytesPerNote = sizeof(PaintedState) + 256;
     return image.sizeInBytes() + layers.beneath.sizeInBytes() + layers.above.sizeInBytes()
-        + coverageBytes + static_cast<qsizetype>(painted.size() * bytesPerNote);
+        + coverageBytes + sheet.sizeInBytes() + static_cast<qsizetype>(painted.size() * bytesPerNote);
 }
 
 /// Lets go of the coverage of strokes that are no longer on the board.
@@ -568,7 +569,10 @@ bool CanvasFrame::layDown(QImage &target, const QGraphicsItem *item, const QRect
             return false;
         }
         const bool antialiased = canvas.renderHints().testFlag(QPainter::Antialiasing);
-        StrokeCoverage coverage(path, pen, transform, antialiased);
+        StrokeCoverage coverage(path, pen, transform, antialiased, sheet);
+        constexpr qsizetype largeSheet = qsizetype(4) * 1024 * 1024; // bytes
+        if (sheet.sizeInBytes() > largeSheet)
+            sheet = {};
         if (!coverage.isValid() || bytes() + coverage.bytes() > memoryLimit)
             return false;
         coverageBytes += coverage.bytes();

@@ -104,6 +104,7 @@ private:
     // By StrokeCoverage::hash(), not by item: undoing puts other items in the place of all.
     std::unordered_multimap<size_t, StrokeCoverage> coverages;
     qsizetype coverageBytes = 0;
+    StrokeCoverage::Sheet sheet;
     // The farthest that an item paints outside of its bounding rectangle, in scene units.
     qreal reach = 0;
     // What has just changed, and may well change again with the next event: it paints itself.

@@ -8,7 +8,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
+#include <functional>
+#include <numeric>
 
 namespace {
 
@@ -26,6 +27,15 @@ constexpr QRgb byteMul(QRgb color, uint a)
     odd = odd + ((odd >> 8) & 0xff00ffU) + 0x800080U;
     odd &= 0xff00ff00U;
     return even | odd;
+}
+
+/// The first pixel of a row that is not empty, of which there are few.
+const QRgb *firstCovered(const QRgb *pixel, const QRgb *end)
+{
+    constexpr std::ptrdiff_t many = 8;
+    while (end - pixel >= many && std::accumulate(pixel, pixel + many, 0U, std::bit_or()) == 0)
+        pixel += many;
+    return std::find_if(pixel, end, [](QRgb color) { return color != 0; });
 }
 
 QRect pixelBounds(const QPainterPath &path, const QPen &pen, const QTransform &transform)
@@ -65,16 +75,20 @@ std::pair<QTransform, QPoint> StrokeCoverage::split(const QTransform &t)
 }
 
 StrokeCoverage::StrokeCoverage(const QPainterPath &path, const QPen &strokePen,
-                               const QTransform &transform, bool antialiased)
+                               const QTransform &transform, bool antialiased, Sheet &sheet)
     : source(path)
     , pen(strokePen)
     , fraction(split(transform).first)
     , box(pixelBounds(path, strokePen, fraction))
 {
-    QImage picture(box.size(), QImage::Format_ARGB32_Premultiplied);
-    isPainted = !picture.isNull();
+    constexpr auto format = QImage::Format_ARGB32_Premultiplied;
+    const qsizetype bytesPerLine = box.width() * qsizetype(sizeof(QRgb));
+    if (sheet.sizeInBytes() < bytesPerLine * box.height())
+        sheet = QImage(box.size(), format);
+    isPainted = !sheet.isNull();
     if (!isPainted)
         return;
+    QImage picture(sheet.bits(), box.width(), box.height(), bytesPerLine, format);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing, antialiased);
@@ -85,20 +99,17 @@ StrokeCoverage::StrokeCoverage(const QPainterPath &path, const QPen &strokePen,
     drawVisiblePath(painter, path, picture.rect());
     painter.end();
 
-    for (int y = 0; y < picture.height(); ++y) {
-        const auto *const line = reinterpret_cast<const QRgb *>(picture.constScanLine(y));
-        const auto *const end = line + picture.width();
-        for (const auto *pixel = line; pixel != end;) {
-            const auto isCovered = [](QRgb color) { return color != 0; };
-            const auto *const first = std::find_if(pixel, end, isCovered);
-            pixel = std::find_if_not(first, end, isCovered);
-            if (first == pixel)
-                continue;
+    const auto *line = reinterpret_cast<const QRgb *>(sheet.constBits());
+    for (int y = 0; y < box.height(); ++y, line += box.width()) {
+        const auto *const end = line + box.width();
+        for (const auto *first = firstCovered(line, end); first != end;) {
+            const auto *const last = std::find(first, end, 0U);
             runs.push_back({static_cast<qint16>(first - line), static_cast<qint16>(y),
-                            static_cast<qint32>(pixel - first),
+                            static_cast<qint32>(last - first),
                             static_cast<qint32>(coverage.size())});
-            std::transform(first, pixel, std::back_inserter(coverage),
-                           [](QRgb color) { return static_cast<uchar>(qAlpha(color)); });
+            for (const auto *pixel = first; pixel != last; ++pixel)
+                coverage.push_back(static_cast<uchar>(qAlpha(*pixel)));
+            first = firstCovered(last, end);
         }
     }
     runs.shrink_to_fit();

@@ -16,10 +16,14 @@
 class StrokeCoverage
 {
 public:
+    /// Room to draw a stroke in. It grows with the strokes, and asking the system for it each time
+    /// would take as long as drawing one.
+    using Sheet = QImage;
+
     /// The stroke along \a path, which \a transform takes to pixels. Only translations by whole pixels
-    /// are allowed for between here and blend().
+    /// are allowed for between here and blend(). What \a sheet holds does not matter.
     StrokeCoverage(const QPainterPath &path, const QPen &pen, const QTransform &transform,
-                   bool antialiased);
+                   bool antialiased, Sheet &sheet);
 
     /// Whether it holds for that stroke at that place, or a whole number of pixels beside it.
     bool holdsFor(const QPainterPath &path, const QPen &pen, const QTransform &transform) const;

@@ -53,6 +53,8 @@ class TestStrokeCoverage : public QObject
 {
     Q_OBJECT
 
+    StrokeCoverage::Sheet sheet;
+
 private slots:
     void looksAsPainted_data();
     void looksAsPainted();
@@ -85,7 +87,7 @@ void TestStrokeCoverage::looksAsPainted()
 {
     QFETCH(const QPen, pen);
     QFETCH(const QTransform, transform);
-    const StrokeCoverage coverage(scribble(), pen, transform, true);
+    const StrokeCoverage coverage(scribble(), pen, transform, true, sheet);
     QImage image = ground();
 
     coverage.blend(image, StrokeCoverage::split(transform).second, image.rect());
@@ -100,7 +102,7 @@ void TestStrokeCoverage::isLaidDownAWholeNumberOfPixelsBeside()
     const QPen pen = roundPen(Qt::black, 2);
     const QTransform transform = QTransform::fromTranslate(0.5, 0.25);
     const QTransform beside = QTransform::fromTranslate(-29.5, 30.25);
-    const StrokeCoverage coverage(scribble(), pen, transform, true);
+    const StrokeCoverage coverage(scribble(), pen, transform, true, sheet);
     QVERIFY(coverage.holdsFor(scribble(), pen, beside));
     QImage image = ground();
 
@@ -111,7 +113,7 @@ void TestStrokeCoverage::isLaidDownAWholeNumberOfPixelsBeside()
 
 void TestStrokeCoverage::onlyTheClipIsTouched()
 {
-    const StrokeCoverage coverage(scribble(), roundPen(Qt::black, 4), {}, true);
+    const StrokeCoverage coverage(scribble(), roundPen(Qt::black, 4), {}, true, sheet);
     const QRect clip(40, 35, 30, 20);
     QImage image = ground();
 
@@ -127,7 +129,7 @@ void TestStrokeCoverage::onlyTheClipIsTouched()
 void TestStrokeCoverage::holdsForItsOwnStrokeOnly()
 {
     const QPen pen = roundPen(Qt::black, 2);
-    const StrokeCoverage coverage(scribble(), pen, {}, true);
+    const StrokeCoverage coverage(scribble(), pen, {}, true, sheet);
     QPainterPath longer = scribble();
     longer.lineTo(1, 1);
     QVERIFY(coverage.holdsFor(scribble(), pen, {}));
@@ -139,7 +141,7 @@ void TestStrokeCoverage::holdsForItsOwnStrokeOnly()
 
 void TestStrokeCoverage::anEmptyPathCoversNothing()
 {
-    const StrokeCoverage coverage({}, roundPen(Qt::black, 2), {}, true);
+    const StrokeCoverage coverage({}, roundPen(Qt::black, 2), {}, true, sheet);
     QImage image = ground();
     coverage.blend(image, {}, image.rect());
     QCOMPARE(image, ground());
