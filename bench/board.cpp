@@ -22,6 +22,13 @@ Board::Board(const Strokes &strokes)
     canvas->horizontalScrollBar()->setValue(0);
     canvas->verticalScrollBar()->setValue(0);
     flush();
+    rest();
+}
+
+void Board::rest() const
+{
+    while (dynamic_cast<const CanvasView &>(*canvas).frame().canPrepare())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
 qint64 Board::cacheBytes() const

@@ -14,6 +14,7 @@ void flush();
 class Board
 {
 public:
+    /// Shows the board, and waits as a person does who looks at it before the first touch.
     explicit Board(const Strokes &strokes = {});
 
     QGraphicsScene &scene() const { return *canvas->scene(); }
@@ -31,6 +32,7 @@ public:
     BoardWindow window{nullptr};
 
 private:
+    void rest() const;
     QPoint inWindow(QPoint point) const;
 
     QGraphicsView *canvas;

@@ -4,9 +4,11 @@
 #include "items/freedrawitem.h"
 #include "painting/visiblepath.h"
 
+#include <QElapsedTimer>
 #include <QGraphicsScene>
 #include <QGraphicsView>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QStyleOptionGraphicsItem>
 
 #include <algorithm>
@@ -142,6 +144,7 @@ void CanvasFrame::clearPicture()
 {
     image = {};
     sheet = {};
+    unprepared = {};
     painted.clear();
     outlined.clear();
     moving.clear();
@@ -208,7 +211,7 @@ QRegion CanvasFrame::follow(const QList<QRectF> &changed)
         differing = reviewAll();
         lastChanged = nullptr;
         layers = {};
-        return toViewport(paintAnew(differing));
+        return toViewport(paintAll(differing));
     }
 
     std::unordered_set<const QGraphicsItem *> wholes;
@@ -268,7 +271,23 @@ QRegion CanvasFrame::matchView()
     for (const auto *item : items)
         reach = std::max(reach, paintedState(item).headReach);
     reviewAll();
-    return toViewport(paintAnew(image.rect()));
+    return toViewport(paintAll(image.rect()));
+}
+
+/// Paints \a pending of all that is in sight. As long as nothing is kept, all strokes paint themselves,
+/// which takes less than preparing them, and so a board opens sooner.
+QRegion CanvasFrame::paintAll(const QRegion &pending)
+{
+    if (!coverages.empty())
+        return paintAnew(pending);
+    const QScopedValueRollback onlyPainting(isOnlyPainting, true);
+    unprepared.clear();
+    const auto items = itemsIn(image.rect());
+    for (const auto *item : items) {
+        if (const auto *const stroke = dynamic_cast<const FreeDrawItem *>(item))
+            unprepared.emplace_back(stroke);
+    }
+    return paintAnew(pending);
 }
 
 /// Moves the picture by \a step and returns what comes into sight, all in pixels.
@@ -556,32 +575,63 @@ bool CanvasFrame::layDown(QImage &target, const QGraphicsItem *item, const QRect
     if (!stroke || stroke->effectiveOpacity() < 1)
         return false;
     const QTransform transform = stroke->deviceTransform(toDevice);
-    const QPainterPath path = stroke->path();
-    const QPen pen = stroke->QGraphicsPathItem::pen();
-    const size_t hash = StrokeCoverage::hash(path, pen);
-    const auto [first, last] = coverages.equal_range(hash);
-    auto kept = std::find_if(first, last, [&](const auto &entry) {
-        return entry.second.holdsFor(path, pen, transform);
-    });
-    if (kept == last) {
-        if (moving.contains(item) || bytes() > memoryLimit
-            || !StrokeCoverage::isFeasible(path, pen, transform)) {
+    const auto *coverage = findCoverage(*stroke);
+    if (!coverage) {
+        if (moving.contains(item) || isOnlyPainting)
             return false;
-        }
-        const bool antialiased = canvas.renderHints().testFlag(QPainter::Antialiasing);
-        StrokeCoverage coverage(path, pen, transform, antialiased, sheet);
-        constexpr qsizetype largeSheet = qsizetype(4) * 1024 * 1024; // bytes
-        if (sheet.sizeInBytes() > largeSheet)
-            sheet = {};
-        if (!coverage.isValid() || bytes() + coverage.bytes() > memoryLimit)
+        coverage = makeCoverage(*stroke);
+        if (!coverage)
             return false;
-        coverageBytes += coverage.bytes();
-        kept = coverages.emplace(hash, std::move(coverage));
         ++done.strokesPainted;
     }
-    kept->second.blend(target, StrokeCoverage::split(transform).second, pixels);
+    coverage->blend(target, StrokeCoverage::split(transform).second, pixels);
     ++done.strokesLaidDown;
     return true;
+}
+
+const StrokeCoverage *CanvasFrame::findCoverage(const FreeDrawItem &stroke) const
+{
+    const QTransform transform = stroke.deviceTransform(toDevice);
+    const QPainterPath path = stroke.path();
+    const QPen pen = stroke.QGraphicsPathItem::pen();
+    const auto [first, last] = coverages.equal_range(StrokeCoverage::hash(path, pen));
+    const auto kept = std::find_if(first, last, [&](const auto &entry) {
+        return entry.second.holdsFor(path, pen, transform);
+    });
+    return kept == last ? nullptr : &kept->second;
+}
+
+/// Works out and keeps what \a stroke covers; null where that would take too much memory.
+const StrokeCoverage *CanvasFrame::makeCoverage(const FreeDrawItem &stroke)
+{
+    const QTransform transform = stroke.deviceTransform(toDevice);
+    const QPainterPath path = stroke.path();
+    const QPen pen = stroke.QGraphicsPathItem::pen();
+    if (bytes() > memoryLimit || !StrokeCoverage::isFeasible(path, pen, transform))
+        return nullptr;
+    const bool antialiased = canvas.renderHints().testFlag(QPainter::Antialiasing);
+    StrokeCoverage coverage(path, pen, transform, antialiased, sheet);
+    constexpr qsizetype largeSheet = qsizetype(4) * 1024 * 1024; // bytes
+    if (sheet.sizeInBytes() > largeSheet)
+        sheet = {};
+    if (!coverage.isValid() || bytes() + coverage.bytes() > memoryLimit)
+        return nullptr;
+    coverageBytes += coverage.bytes();
+    return &coverages.emplace(StrokeCoverage::hash(path, pen), std::move(coverage))->second;
+}
+
+void CanvasFrame::prepare()
+{
+    constexpr qint64 longest = 3; // ms
+    QElapsedTimer timer;
+    timer.start();
+    while (canPrepare() && timer.elapsed() < longest) {
+        const QPointer<const FreeDrawItem> stroke = unprepared.back();
+        unprepared.pop_back();
+        if (stroke && stroke->scene() == canvas.scene() && !findCoverage(*stroke)
+            && makeCoverage(*stroke))
+            ++done.strokesPrepared;
+    }
 }
 
 void CanvasFrame::paintItem(QPainter &painter, QGraphicsItem *item, const QRect &pixels)

@@ -6,12 +6,14 @@
 #include "painting/strokecoverage.h"
 
 #include <QImage>
+#include <QPointer>
 #include <QRegion>
 
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
+class FreeDrawItem;
 class QGraphicsView;
 
 /// What a view shows of its scene, as a picture of the screen's pixels.
@@ -35,6 +37,13 @@ public:
     /// the first time. Returns what is seen to have changed beside that, in the viewport's units.
     QRegion matchView();
 
+    /// Whether there are strokes in sight for prepare().
+    bool canPrepare() const { return !unprepared.empty(); }
+
+    /// Works out what some of the strokes in sight cover, which takes a few milliseconds. To be called
+    /// again and again while nothing else is to be done: whoever then erases or undoes waits less.
+    void prepare();
+
     /// The picture, of the viewport's size; its device pixel ratio is the screen's.
     const QImage &picture() const { return image; }
 
@@ -44,10 +53,12 @@ public:
     /// How much memory it takes, in bytes.
     qsizetype bytes() const;
 
-    /// What it has done so far, for tests: strokes and other items that were painted anew.
+    /// What it has done so far, for tests: strokes and other items that were painted anew, strokes
+    /// whose coverage was prepared, and those laid down from it.
     struct Work
     {
         qint64 strokesPainted = 0;
+        qint64 strokesPrepared = 0;
         qint64 strokesLaidDown = 0;
         qint64 othersPainted = 0;
     };
@@ -64,6 +75,7 @@ private:
     void note(const QGraphicsItem *item, PaintedState state);
     void forget(const QGraphicsItem *item);
     QRegion scroll(QPoint step);
+    QRegion paintAll(const QRegion &pending);
     QRegion paintAnew(QRegion pending, bool scrolled = false);
     QRegion withWholeOutlines(QRegion pixels, bool scrolled) const;
     QRegion paint(const QRect &pixels);
@@ -74,6 +86,8 @@ private:
     void paintLayers(const QRect &pixels);
     void paintItems(QImage &target, const QList<QGraphicsItem *> &items, const QRect &pixels);
     bool layDown(QImage &target, const QGraphicsItem *item, const QRect &pixels);
+    const StrokeCoverage *findCoverage(const FreeDrawItem &stroke) const;
+    const StrokeCoverage *makeCoverage(const FreeDrawItem &stroke);
     void paintItem(QPainter &painter, QGraphicsItem *item, const QRect &pixels);
     QList<QGraphicsItem *> itemsIn(const QRect &pixels) const;
     QRect toPixels(const QRectF &sceneRect) const;
@@ -105,6 +119,8 @@ private:
     std::unordered_multimap<size_t, StrokeCoverage> coverages;
     qsizetype coverageBytes = 0;
     StrokeCoverage::Sheet sheet;
+    bool isOnlyPainting = false;
+    std::vector<QPointer<const FreeDrawItem>> unprepared;
     // The farthest that an item paints outside of its bounding rectangle, in scene units.
     qreal reach = 0;
     // What has just changed, and may well change again with the next event: it paints itself.

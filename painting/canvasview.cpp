@@ -4,6 +4,15 @@
 #include <QPainter>
 #include <QPaintEvent>
 
+namespace {
+
+// Nothing is prepared before the hand has rested for this long, and then in steps that leave most of
+// the time to whatever comes, in ms.
+constexpr int restingTime = 300;
+constexpr int pauseBetweenSteps = 10;
+
+} // namespace
+
 CanvasView::CanvasView(QWidget *parent)
     : QGraphicsView(parent)
 {
@@ -20,10 +29,31 @@ void CanvasView::paintEvent(QPaintEvent *event)
     painter.setClipRegion(event->region());
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     painter.drawImage(0, 0, canvas.picture());
+    prepareLater();
+}
+
+void CanvasView::prepareLater()
+{
+    if (canvas.canPrepare())
+        preparing.start(restingTime, this);
+}
+
+void CanvasView::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() != preparing.timerId()) {
+        QGraphicsView::timerEvent(event);
+        return;
+    }
+    canvas.prepare();
+    if (canvas.canPrepare())
+        preparing.start(pauseBetweenSteps, this);
+    else
+        preparing.stop();
 }
 
 void CanvasView::hideEvent(QHideEvent *event)
 {
+    preparing.stop();
     canvas.clear();
     QGraphicsView::hideEvent(event);
 }

@@ -3,6 +3,7 @@
 
 #include "painting/canvasframe.h"
 
+#include <QBasicTimer>
 #include <QGraphicsView>
 
 /// A graphics view that shows its scene from a picture which it keeps up to date, see CanvasFrame.
@@ -23,7 +24,11 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void scrollContentsBy(int dx, int dy) override;
+    void timerEvent(QTimerEvent *event) override;
 
 private:
+    void prepareLater();
+
     CanvasFrame canvas{*this};
+    QBasicTimer preparing;
 };

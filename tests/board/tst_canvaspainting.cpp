@@ -178,6 +178,7 @@ private slots:
     void aMoveOfThePenPaintsOneStroke();
     void scrollingPaintsNoStrokeAgain();
     void undoingPaintsNoStrokeAgain();
+    void whatWasOpenedIsPreparedWhileTheHandRests();
     void elsewhereTheViewRendersItsItems();
     void aHiddenBoardHoldsNoPictures();
     void whatIsKeptStaysWithinItsLimit();
@@ -595,6 +596,7 @@ void TestCanvasPainting::undoingPaintsNoStrokeAgain()
     board.processEvents();
     board.click("ModoRehacer");
     board.processEvents();
+    QTRY_VERIFY(!canvasOf(board).frame().canPrepare());
     const auto before = canvasOf(board).frame().work();
 
     // Other items now stand for the same strokes.
@@ -604,6 +606,31 @@ void TestCanvasPainting::undoingPaintsNoStrokeAgain()
     const auto after = canvasOf(board).frame().work();
     QCOMPARE(after.strokesPainted, before.strokesPainted);
     QVERIFY(after.strokesLaidDown > before.strokesLaidDown);
+    QCOMPARE(differences(board), QString());
+}
+
+void TestCanvasPainting::whatWasOpenedIsPreparedWhileTheHandRests()
+{
+    ShownBoard board;
+    board.window.hide();
+    addLesson(board.scene, 200);
+    board.window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&board.window));
+    board.processEvents();
+    const auto &frame = canvasOf(board).frame();
+    const auto opened = frame.work();
+    QVERIFY(frame.canPrepare());
+
+    QTRY_VERIFY(!frame.canPrepare());
+
+    const auto rested = frame.work();
+    QCOMPARE(rested.strokesPainted, opened.strokesPainted);
+    QVERIFY(opened.strokesPainted > 0);
+    QCOMPARE(rested.strokesPrepared, opened.strokesPainted);
+    addStroke(board.scene, {{10, 10}, {900, 600}});
+    board.processEvents();
+    QVERIFY(frame.work().strokesLaidDown > rested.strokesLaidDown);
+    QCOMPARE(frame.work().strokesPainted, rested.strokesPainted + 1);
     QCOMPARE(differences(board), QString());
 }
 
