@@ -1,12 +1,14 @@
 // The tools: how the window shows each mode, and what the pointer does on the canvas in it.
 #include "board/boardwindow.h"
 
+#include "board/scarcememory.h"
 #include "items/boarditems.h"
 
 #include "ui_boardwindow.h"
 
 #include <QCursor>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMouseEvent>
 
@@ -121,10 +123,12 @@ void BoardWindow::setImageMode()
     const QString path = QFileDialog::getOpenFileName(this, u"Seleccionar imagen"_s, QString(),
                                                       u"Imágenes (*.png *.jpg *.jpeg)"_s);
     if (!path.isEmpty()) {
-        QPixmap pixmap(path);
+        QPixmap pixmap;
+        // Of a device or a pipe there may be no end.
+        const bool fits = QFileInfo(path).isFile() && fitsInMemory([&] { pixmap.load(path); });
         // A name that ends in "@2x" would have the toolkit show the picture at half its size.
         pixmap.setDevicePixelRatio(1.0);
-        if (pixmap.isNull())
+        if (!fits || pixmap.isNull())
             warn(u"No se pudo cargar la imagen seleccionada."_s);
         else
             insertImage(pixmap);
