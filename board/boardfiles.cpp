@@ -2,6 +2,7 @@
 #include "board/boardwindow.h"
 
 #include "board/longwork.h"
+#include "board/scarcememory.h"
 #include "items/boarditems.h"
 #include "storage/boarddocument.h"
 #include "storage/boardfile.h"
@@ -10,7 +11,9 @@
 #include <QFileDialog>
 #include <QFileInfo>
 
+#include <memory>
 #include <utility>
+#include <vector>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -62,7 +65,11 @@ void BoardWindow::writeBoardFile(const QString &path, bool adoptPath)
 {
     const LongWork work(expectedSize(*scene));
     // The document is complete before the file is opened, and with that emptied.
-    switch (writeDocument(path, buildBoardDocument(*scene))) {
+    QByteArray document;
+    auto writing = BoardFileWriting::CannotOpen;
+    if (fitsInMemory([&] { document = buildBoardDocument(*scene); }))
+        writing = writeDocument(path, document);
+    switch (writing) {
     case BoardFileWriting::CannotOpen:
         warn(u"No se pudo guardar el archivo."_s);
         return;
@@ -82,8 +89,15 @@ void BoardWindow::writeBoardFile(const QString &path, bool adoptPath)
 void BoardWindow::loadBoard(const QString &path)
 {
     const LongWork work(QFileInfo(path).size());
-    BoardFileContents contents = readDocument(path);
-    switch (contents.status) {
+    // Of a board that does not fit into memory, this is all that becomes of it.
+    auto status = BoardFileContents::Status::CannotOpen;
+    std::vector<std::unique_ptr<QGraphicsItem>> items;
+    fitsInMemory([&] {
+        BoardFileContents contents = readDocument(path);
+        items = itemsOf(std::move(contents.document));
+        status = contents.status;
+    });
+    switch (status) {
     case BoardFileContents::Status::CannotOpen:
         warn(u"No se pudo abrir el archivo."_s);
         return;
@@ -96,13 +110,13 @@ void BoardWindow::loadBoard(const QString &path)
 
     // Quirk: opening a board keeps the tool that was chosen, because the tool belongs to the hand
     // and not to the board.
-    // Only now that the document is accepted does the present board go.
+    // Only now that the document is accepted, and its items are there, does the present board go.
     // Quirk: undoing after an opening brings the board before it back under the name of the opened
     // file, because opening keeps the undo history; a board opened by mistake costs nothing so.
     scene->clear();
     // Quirk: among items of one kind, the topmost of a saved board is the lowest of the opened one,
     // because a file lists the topmost first and each item goes on top of those before it.
-    for (auto &item : itemsOf(std::move(contents.document))) {
+    for (auto &item : items) {
         watch(item.get(), this);
         scene->addItem(item.release());
     }

@@ -1,6 +1,7 @@
 // The board editor.
 #pragma once
 
+#include "board/pointerwatch.h"
 #include "history/boardrecorder.h"
 #include "history/boardsnapshot.h"
 
@@ -119,6 +120,9 @@ private:
     bool canvasPressed(const QPointF &scenePoint);
     bool canvasMoved(const QPointF &scenePoint, Qt::MouseButtons buttons);
     bool canvasReleased(const QPointF &scenePoint);
+    bool endGesture();
+    void breakOffGesture();
+    void letGoOfItem();
     void grabCanvas();
     void releaseCanvas();
     void erase(const QList<QGraphicsItem *> &items);
@@ -158,6 +162,7 @@ private:
     QPointF lineStart;
     bool presenting = false;
     QPointF eraseStart;
+    PointerWatch pointerWatch{*this, [this] { breakOffGesture(); }};
     std::unique_ptr<BoardRecorder> recorder;
     QList<BoardSnapshot> undoStack;
     QList<BoardSnapshot> redoStack;

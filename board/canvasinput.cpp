@@ -1,11 +1,15 @@
 // The tools: how the window shows each mode, and what the pointer does on the canvas in it.
 #include "board/boardwindow.h"
 
+#include "board/scarcememory.h"
 #include "items/boarditems.h"
 
 #include "ui_boardwindow.h"
 
+#include <QCursor>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QGuiApplication>
 #include <QMouseEvent>
 
 #include <algorithm>
@@ -119,10 +123,12 @@ void BoardWindow::setImageMode()
     const QString path = QFileDialog::getOpenFileName(this, u"Seleccionar imagen"_s, QString(),
                                                       u"Imágenes (*.png *.jpg *.jpeg)"_s);
     if (!path.isEmpty()) {
-        QPixmap pixmap(path);
+        QPixmap pixmap;
+        // Of a device or a pipe there may be no end.
+        const bool fits = QFileInfo(path).isFile() && fitsInMemory([&] { pixmap.load(path); });
         // A name that ends in "@2x" would have the toolkit show the picture at half its size.
         pixmap.setDevicePixelRatio(1.0);
-        if (pixmap.isNull())
+        if (!fits || pixmap.isNull())
             warn(u"No se pudo cargar la imagen seleccionada."_s);
         else
             insertImage(pixmap);
@@ -232,24 +238,28 @@ bool BoardWindow::canvasMoved(const QPointF &scenePoint, Qt::MouseButtons button
 
 bool BoardWindow::canvasReleased(const QPointF &scenePoint)
 {
+    if (toolMode == ToolMode::Line && currentLine)
+        currentLine->setLine({lineStart, scenePoint});
+    // Quirk: an eraser that is released without a press erases where the last press was, because
+    // that place is kept.
+    if (toolMode == ToolMode::Eraser && scenePoint == eraseStart)
+        erase(scene->items(scenePoint, Qt::IntersectsItemShape, Qt::DescendingOrder));
+    return endGesture();
+}
+
+/// Ends what the tool is doing with all that it has done. Returns false when it is doing nothing.
+bool BoardWindow::endGesture()
+{
     if (toolMode == ToolMode::Pen && currentStroke) {
-        releaseCanvas();
         currentStroke = nullptr;
     } else if (toolMode == ToolMode::Line && currentLine) {
-        currentLine->setLine({lineStart, scenePoint});
         currentLine->setFlag(QGraphicsItem::ItemIsMovable);
         currentLine->setFlag(QGraphicsItem::ItemIsSelectable);
         currentLine = nullptr;
-        releaseCanvas();
-    } else if (toolMode == ToolMode::Eraser) {
-        // Quirk: an eraser that is released without a press erases where the last press was,
-        // because that place is kept.
-        if (scenePoint == eraseStart)
-            erase(scene->items(scenePoint, Qt::IntersectsItemShape, Qt::DescendingOrder));
-        releaseCanvas();
-    } else {
+    } else if (toolMode != ToolMode::Eraser) {
         return false;
     }
+    releaseCanvas();
     // Quirk: drawing on an opened board does not mark it unsaved, because recording a step touches
     // no mark; closing asks all the same.
     captureSnapshot();
@@ -257,6 +267,30 @@ bool BoardWindow::canvasReleased(const QPointF &scenePoint)
     // gesture the hand usually goes on to move or edit, and notes come in rows.
     setCursorMode();
     return true;
+}
+
+/// Ends a gesture whose release will not come: what was drawn or moved stays as it is now.
+void BoardWindow::breakOffGesture()
+{
+    if (QWidget::mouseGrabber() == ui->PizarraMain) {
+        // A tool that was chosen meanwhile stays.
+        if (!endGesture())
+            releaseCanvas();
+        currentStroke = nullptr;
+        currentLine = nullptr;
+    }
+    if (scene->mouseGrabberItem() && QGuiApplication::mouseButtons().testFlag(Qt::LeftButton))
+        letGoOfItem();
+}
+
+/// Lets go of the item that the pointer holds, as if the button were released where the pointer is.
+void BoardWindow::letGoOfItem()
+{
+    auto *const viewport = ui->PizarraMain->viewport();
+    const QPointF place = QCursor::pos();
+    QMouseEvent release(QEvent::MouseButtonRelease, viewport->mapFromGlobal(place), place,
+                        Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(viewport, &release);
 }
 
 void BoardWindow::grabCanvas()

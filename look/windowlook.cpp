@@ -60,7 +60,10 @@ void nameByToolTips(const QWidget &window)
 
 void registerFont()
 {
-    QFontDatabase::addApplicationFont(u":/fonts/Montserrat-Regular.ttf"_s);
+    // Each registration takes half a megabyte, and none replaces another.
+    static int registration = -1;
+    if (!QFontDatabase::applicationFontFamilies(registration).contains(programFamily()))
+        registration = QFontDatabase::addApplicationFont(u":/fonts/Montserrat-Regular.ttf"_s);
     // Only Windows has that font. Elsewhere the text of a note would look different, and break
     // into other lines, on every machine.
     QFont::insertSubstitution(u"Segoe UI"_s, programFamily());

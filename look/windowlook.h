@@ -3,7 +3,8 @@
 
 class QWidget;
 
-/// Registers the program's font, and has it stand in for "Segoe UI" where the system has none.
+/// Sees to it that the program's font is registered, once, and that it stands in for "Segoe UI" where
+/// the system has none.
 void registerFont();
 
 /// Registers the program's font, also for menus and tool tips, and gives \a window the style sheet that

@@ -23,6 +23,11 @@ CanvasView::CanvasView(QWidget *parent)
 void CanvasView::paintEvent(QPaintEvent *event)
 {
     const QRegion rest = canvas.matchView() - event->region();
+    if (canvas.picture().isNull()) {
+        // There is no memory for it; slowly is better than not at all.
+        QGraphicsView::paintEvent(event);
+        return;
+    }
     if (!rest.isEmpty())
         viewport()->update(rest);
     QPainter painter(viewport());
@@ -67,6 +72,8 @@ void CanvasView::scrollContentsBy(int dx, int dy)
 void CanvasView::showChanges(const QList<QRectF> &changed)
 {
     const QRegion differing = canvas.follow(changed);
-    if (!differing.isEmpty())
+    if (canvas.picture().isNull())
+        viewport()->update();
+    else if (!differing.isEmpty())
         viewport()->update(differing);
 }

@@ -6,10 +6,12 @@
 
 #include <QBuffer>
 #include <QGraphicsScene>
+#include <QImageReader>
 #include <QJsonArray>
 #include <QPen>
 
 #include <algorithm>
+#include <new>
 #include <optional>
 
 using namespace Qt::Literals::StringLiterals;
@@ -66,6 +68,20 @@ QPainterPath pathOf(const QJsonArray &points)
         first = false;
     }
     return path;
+}
+
+/// Throws \c std::bad_alloc when it is for want of memory that the picture in \a bytes cannot be shown.
+/// Taken for a damaged one, it would be lost when the board is saved.
+void expectMemoryForPicture(QByteArray bytes)
+{
+    QBuffer buffer(&bytes);
+    const QSize size = QImageReader(&buffer, imageFormat).size();
+    const qint64 pixels = qint64{size.width()} * size.height() * qint64{sizeof(QRgb)};
+    if (pixels <= 0 || pixels > qint64{QImageReader::allocationLimit()} * 1024 * 1024)
+        return; // the toolkit refuses more
+    // It is unpacked and then converted, with some work beside.
+    constexpr qint64 work = qint64{1024} * 1024;
+    const QByteArray room(2 * pixels + work, Qt::Uninitialized);
 }
 
 /// How a class of items stands in a document. Each class has
@@ -185,7 +201,9 @@ template <> struct Element<ResizablePixmapItem>
         QByteArray bytes;
         QBuffer buffer(&bytes);
         buffer.open(QIODevice::WriteOnly);
-        image.pixmap().save(&buffer, imageFormat);
+        // A picture that is there can always be written, but for want of memory.
+        if (!image.pixmap().save(&buffer, imageFormat) && !image.pixmap().isNull())
+            throw std::bad_alloc();
         return QJsonObject{{"x"_L1, image.pos().x()},
                            {"y"_L1, image.pos().y()},
                            {"imageData"_L1, QString::fromLatin1(bytes.toBase64())}};
@@ -197,7 +215,8 @@ template <> struct Element<ResizablePixmapItem>
         QPixmap pixmap;
         // Quirk: a damaged picture opens as an empty image at its place, because it must not cost
         // the rest of the board.
-        pixmap.loadFromData(bytes, imageFormat);
+        if (!pixmap.loadFromData(bytes, imageFormat))
+            expectMemoryForPicture(bytes);
         auto image = std::make_unique<ResizablePixmapItem>(pixmap);
         image->setPos(pointOf(element, "x"_L1, "y"_L1));
         return image;

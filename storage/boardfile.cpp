@@ -1,14 +1,37 @@
 // Reads and writes the file in which a board's document is kept.
 #include "storage/boardfile.h"
 
+#include "storage/plainfile.h"
+
 #include <QFile>
 #include <QJsonDocument>
 
+#include <algorithm>
+
+namespace {
+
+/// Whether the beginning of \a file may be that of a JSON object. So a film that is opened by mistake is
+/// refused at once, before gigabytes of it are read.
+bool mayHoldObject(QFile &file)
+{
+    constexpr qint64 beginning = 4096; // bytes
+    QByteArray bytes = file.peek(beginning);
+    if (bytes.startsWith("\xef\xbb\xbf"))
+        bytes.remove(0, 3); // the mark of UTF-8, which the parser passes over
+    const auto first = std::ranges::find_if_not(
+        bytes, [](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; });
+    return first == bytes.cend() || *first == '{';
+}
+
+} // namespace
+
 BoardFileContents readDocument(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    QFile file;
+    if (!openForReading(file, path))
         return {BoardFileContents::Status::CannotOpen, {}};
+    if (!mayHoldObject(file))
+        return {BoardFileContents::Status::NoBoard, {}};
     const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
     if (!document.isObject())
         return {BoardFileContents::Status::NoBoard, {}};
@@ -17,12 +40,12 @@ BoardFileContents readDocument(const QString &path)
 
 BoardFileWriting writeDocument(const QString &path, const QByteArray &document)
 {
-    QFile file(path);
+    QFile file;
     // Quirk: a save whose writing fails leaves the file empty, because a board is written straight
     // into its file, without a temporary file, a backup or a lock.
     // Unbuffered, so that the write itself meets a full disk: a small board would otherwise wait in
     // the buffer and fail unseen when the file is closed.
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
+    if (!openForWriting(file, path))
         return BoardFileWriting::CannotOpen;
     const qint64 written = file.write(document);
     // Quirk: a board that was written only in part counts as saved, because any number of bytes

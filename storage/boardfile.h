@@ -15,7 +15,8 @@ struct BoardFileContents
     QJsonObject document;
 };
 
-/// Reads the board file \a path. Anything that is no JSON object is no board.
+/// Reads the board file \a path. What is no regular file cannot be opened; anything that is no JSON
+/// object is no board.
 BoardFileContents readDocument(const QString &path);
 
 /// What became of writing a board file. After WriteFailed the file is empty, after CannotOpen it is
