@@ -1,6 +1,7 @@
 // The tools: how the window shows each mode, and what the pointer does on the canvas in it.
 #include "board/boardwindow.h"
 
+#include "board/picturefile.h"
 #include "items/boarditems.h"
 
 #include "ui_boardwindow.h"
@@ -119,9 +120,7 @@ void BoardWindow::setImageMode()
     const QString path = QFileDialog::getOpenFileName(this, u"Seleccionar imagen"_s, QString(),
                                                       u"Imágenes (*.png *.jpg *.jpeg)"_s);
     if (!path.isEmpty()) {
-        QPixmap pixmap(path);
-        // A name that ends in "@2x" would have the toolkit show the picture at half its size.
-        pixmap.setDevicePixelRatio(1.0);
+        const QPixmap pixmap = readPicture(path);
         if (pixmap.isNull())
             warn(u"No se pudo cargar la imagen seleccionada."_s);
         else
