@@ -14,6 +14,7 @@
 #include <QJsonObject>
 #include <QPainterPath>
 #include <QPixmap>
+#include <QScrollBar>
 
 #include <algorithm>
 #include <utility>
@@ -24,6 +25,9 @@ namespace {
 
 using Stroke = std::pair<QPainterPath, QColor>; // in a snapshot
 
+// Up to there, painting is exact to the last bit.
+constexpr QRectF near(-1e4, -1e4, 2e4, 2e4);
+
 constexpr QSize viewSize(240, 135); // pixels, for speed; the board shows in them as a whole
 
 /// A board with its view and its recorder, wired as in the board's window.
@@ -33,13 +37,19 @@ public:
     explicit Board(std::vector<std::unique_ptr<QGraphicsItem>> items)
     {
         view.setRenderHint(QPainter::Antialiasing);
+        view.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        view.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         view.resize(viewSize);
+        view.setScene(&scene);
         QObject::connect(&scene, &QGraphicsScene::changed, &view, &CanvasView::showChanges);
         QObject::connect(&scene, &QGraphicsScene::changed, &view, [this](const auto &changed) {
             recorded = recorder.snapshotAfter(changed);
         });
         for (auto &item : items)
             scene.addItem(item.release());
+        // It gets its size when it is painted for the first time.
+        show();
+        view.fitInView(BoardGeometry::board);
         show();
     }
 
@@ -47,9 +57,27 @@ public:
     void show()
     {
         QCoreApplication::processEvents();
-        view.fitInView(BoardGeometry::board);
         view.grab();
+        if (near.contains(scene.itemsBoundingRect())) {
+            CanvasFrame anew(view);
+            anew.matchView();
+            require(view.frame().picture() == anew.picture(), "the view shows the board as it is");
+        }
         require(areSame(recorded, takeSnapshot(scene)), "the history knows the board as it is");
+    }
+
+    void showMiddleInFullSize()
+    {
+        view.resetTransform();
+        view.centerOn(BoardGeometry::board.center());
+        show();
+    }
+
+    void scroll()
+    {
+        view.horizontalScrollBar()->setValue(view.horizontalScrollBar()->value() + 11);
+        view.verticalScrollBar()->setValue(view.verticalScrollBar()->value() - 5);
+        show();
     }
 
     QGraphicsScene scene{BoardGeometry::board};
@@ -115,9 +143,13 @@ void drillBoard(std::vector<std::unique_ptr<QGraphicsItem>> items)
     for (auto *const item : all)
         item->setSelected(true);
     board.show();
-    for (auto *const item : all)
-        item->moveBy(7, -3);
+    for (auto *const item : all) {
+        if (item->flags().testFlag(QGraphicsItem::ItemIsMovable))
+            item->moveBy(7, -3);
+    }
     board.show();
+    board.showMiddleInFullSize();
+    board.scroll();
 
     const auto erasable = board.scene.items(BoardGeometry::board, Qt::IntersectsItemShape);
     for (auto *const item : erasable) {
