@@ -1,6 +1,7 @@
 // The board editor.
 #pragma once
 
+#include "board/everymove.h"
 #include "board/pointerwatch.h"
 #include "history/boardrecorder.h"
 #include "history/boardsnapshot.h"
@@ -12,6 +13,7 @@
 #include <QPointer>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 class ArrowLineItem;
@@ -158,6 +160,7 @@ private:
     // Guarded: undo may delete the item of a gesture that was broken off.
     QPointer<FreeDrawItem> currentStroke;
     QPainterPath strokePath;
+    std::optional<EveryMove> everyMove; // for the first points of a stroke
     QPointer<ArrowLineItem> currentLine;
     QPointF lineStart;
     bool presenting = false;

@@ -1,14 +1,13 @@
 // The tools: how the window shows each mode, and what the pointer does on the canvas in it.
 #include "board/boardwindow.h"
 
-#include "board/scarcememory.h"
+#include "board/picturefile.h"
 #include "items/boarditems.h"
 
 #include "ui_boardwindow.h"
 
 #include <QCursor>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMouseEvent>
 
@@ -20,6 +19,10 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int penWidth = 2; // scene units
+
+// As long as a stroke has fewer points, looking at each move takes less time than there is between two
+// of a fast mouse. What a move of the pen costs grows with the stroke.
+constexpr int fewPoints = 500;
 
 /// How the window shows the mode that is on.
 struct ModeAppearance
@@ -123,12 +126,8 @@ void BoardWindow::setImageMode()
     const QString path = QFileDialog::getOpenFileName(this, u"Seleccionar imagen"_s, QString(),
                                                       u"Imágenes (*.png *.jpg *.jpeg)"_s);
     if (!path.isEmpty()) {
-        QPixmap pixmap;
-        // Of a device or a pipe there may be no end.
-        const bool fits = QFileInfo(path).isFile() && fitsInMemory([&] { pixmap.load(path); });
-        // A name that ends in "@2x" would have the toolkit show the picture at half its size.
-        pixmap.setDevicePixelRatio(1.0);
-        if (!fits || pixmap.isNull())
+        const QPixmap pixmap = readPicture(path);
+        if (pixmap.isNull())
             warn(u"No se pudo cargar la imagen seleccionada."_s);
         else
             insertImage(pixmap);
@@ -178,6 +177,7 @@ bool BoardWindow::canvasPressed(const QPointF &scenePoint)
     switch (toolMode) {
     case ToolMode::Pen:
         grabCanvas();
+        everyMove.emplace();
         strokePath = QPainterPath(scenePoint);
         // Quirk: a click of the pen leaves a stroke that is neither seen nor saved, because a
         // stroke gets its path with the first move; it is a step of the history, and the board is
@@ -218,6 +218,8 @@ bool BoardWindow::canvasMoved(const QPointF &scenePoint, Qt::MouseButtons button
     if (toolMode == ToolMode::Pen && currentStroke) {
         strokePath.lineTo(scenePoint);
         currentStroke->setPath(strokePath);
+        if (strokePath.elementCount() > fewPoints)
+            everyMove.reset();
         return true;
     }
     if (toolMode == ToolMode::Line && currentLine) {
@@ -301,6 +303,7 @@ void BoardWindow::grabCanvas()
 void BoardWindow::releaseCanvas()
 {
     ui->PizarraMain->releaseMouse();
+    everyMove.reset();
 }
 
 void BoardWindow::erase(const QList<QGraphicsItem *> &items)

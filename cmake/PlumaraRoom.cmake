@@ -30,10 +30,16 @@ else()
     endif()
 endif()
 if(PLUMARA_SANITIZE)
-    set(_sanitize -fsanitize=address,undefined -fno-sanitize-recover=undefined
+    set(_sanitize -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all
         -fno-omit-frame-pointer)
     target_compile_options(plumara_settings INTERFACE ${_sanitize})
     target_link_options(plumara_settings INTERFACE ${_sanitize})
+endif()
+
+if(PLUMARA_FUZZ)
+    # Our own code tells libFuzzer where an input leads.
+    target_compile_options(plumara_settings INTERFACE -fsanitize=fuzzer-no-link)
+    target_link_options(plumara_settings INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
 # What several rooms include, compiled once. A file includes what it uses all the same; the lint

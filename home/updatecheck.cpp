@@ -2,14 +2,13 @@
 #include "home/mainwindow.h"
 
 #include "home/updatecheck.h"
+#include "home/versiondocument.h"
 
 #include "ui_mainwindow.h"
 
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QGraphicsOpacityEffect>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QProcess>
@@ -21,7 +20,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr QLatin1StringView programVersion(PLUMARA_VERSION);
 constexpr int fadeTime = 150; // ms
 constexpr qint64 largestAnswer = 64LL * 1024; // bytes; a version document has a few dozen
 
@@ -75,17 +73,8 @@ void MainWindow::checkVersion()
 /// other kind is passed over in silence.
 void MainWindow::readVersion(QNetworkReply *reply)
 {
-    if (reply->error() != QNetworkReply::NoError)
-        return;
-    const QJsonDocument document = QJsonDocument::fromJson(reply->readAll());
-    if (document.isNull())
-        return;
-    // Quirk: version 1.0.10000 counts as older than 1.0.2026, because versions are compared as
-    // text; the server has to name its versions accordingly.
-    const QString version = document.object().value("version"_L1).toString();
-    if (programVersion >= version)
-        return;
-    showUpdateMessage();
+    if (reply->error() == QNetworkReply::NoError && namesNewerVersion(reply->readAll()))
+        showUpdateMessage();
 }
 
 void MainWindow::initializeUpdateAdvisorEffect()

@@ -23,6 +23,9 @@ namespace {
 constexpr QRgb paper = 0xffffffff;
 constexpr QRgb nothing = 0;
 
+// Places farther outside would not fit into whole numbers.
+constexpr QRectF wholeNumbers(-1e6, -1e6, 2e6, 2e6);
+
 QRgb *lineOf(QImage &image, int y)
 {
     return reinterpret_cast<QRgb *>(image.scanLine(y));
@@ -93,7 +96,7 @@ QStyleOptionGraphicsItem optionFor(const QGraphicsItem *item)
 {
     QStyleOptionGraphicsItem option;
     option.state = QStyle::State_None;
-    option.rect = item->boundingRect().toRect();
+    option.rect = (item->boundingRect() & wholeNumbers).toRect();
     option.exposedRect = item->boundingRect();
     option.state.setFlag(QStyle::State_Enabled, item->isEnabled());
     option.state.setFlag(QStyle::State_Selected, item->isSelected());
@@ -180,9 +183,7 @@ void CanvasFrame::dropUnusedCoverage()
 
 QRect CanvasFrame::toPixels(const QRectF &sceneRect) const
 {
-    // Places far outside would not fit into whole numbers.
-    const QRectF far(-1e6, -1e6, 2e6, 2e6);
-    return toDevice.mapRect(sceneRect).intersected(far).toAlignedRect().adjusted(-1, -1, 1, 1);
+    return (toDevice.mapRect(sceneRect) & wholeNumbers).toAlignedRect().adjusted(-1, -1, 1, 1);
 }
 
 QRectF CanvasFrame::toScene(const QRect &pixels) const

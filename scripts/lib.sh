@@ -4,6 +4,7 @@
 #   lint      layout and lint, of C++ and of the scripts
 #   test      what the tests and the benchmarks need beside the program
 #   bench     running the benchmarks
+#   fuzz      fuzzing: a compiler with libFuzzer, and what tells where a finding was made
 #   windows   the program for Windows
 #   wine      running it
 #   package   its installer and its ZIP file
@@ -21,6 +22,8 @@ declare -A packages=(
     [lint]="clang-format-19 clang-tidy-19 shellcheck"
     [test]="openssl libbenchmark-dev"
     [bench]="libbenchmark-dev python3"
+    # Older ones than 16 do not understand the standard library's ranges.
+    [fuzz]="clang-19 libclang-rt-19-dev llvm-19"
     [windows]="g++-mingw-w64-x86-64-posix cmake ninja-build qt6-base-dev qt6-l10n-tools"
     [wine]="wine wine64 fonts-wine fonts-liberation fonts-symbola xauth"
     [package]="nsis zip"
@@ -35,6 +38,7 @@ declare -A commands=(
     [lint]="clang-format-19,clang-format clang-tidy-19,clang-tidy shellcheck"
     [test]="openssl"
     [bench]="python3"
+    [fuzz]="clang++-19,clang++"
     [windows]="x86_64-w64-mingw32-g++-posix cmake ninja"
     [wine]="wine wineboot wineserver"
     [package]="makensis zip"
@@ -133,6 +137,9 @@ need_commands() {
         test | bench)
             compiles /dev/null -include benchmark/benchmark.h || missing+=("Google Benchmark")
             ;;
+        fuzz)
+            has_libfuzzer || missing+=("libFuzzer")
+            ;;
         esac
     done
     ((${#missing[@]})) || return 0
@@ -150,6 +157,14 @@ first_command() {
 }
 
 compiles() { c++ -std=c++20 -fsyntax-only "${@:2}" -x c++ "$1" 2>/dev/null; }
+
+# Its programs come without a main() of their own.
+has_libfuzzer() {
+    local compiler
+    compiler=$(first_command "${commands[fuzz]}") || return
+    echo 'extern "C" int LLVMFuzzerTestOneInput(const char *, unsigned long) { return 0; }' \
+        | "$compiler" -fsanitize=fuzzer,address -x c++ -o /dev/null - 2>/dev/null
+}
 
 qt_version() {
     local tool

@@ -2,6 +2,7 @@
 
 #include "board/boardwindow.h"
 #include "board/longwork.h"
+#include "tests/e2e/hand.h"
 #include "tests/support/files/boardfiles.h"
 #include "tests/support/home/boardshome.h"
 
@@ -58,18 +59,6 @@ unsigned long shownPointer()
     const unsigned long serial = image->serial;
     function<int(void *)>(x11, "XFree")(image);
     return serial;
-}
-
-/// What a person does with mouse and keyboard, without the program's looking at it.
-void act(const QStringList &commands)
-{
-    QCOMPARE(QProcess::execute(u"xdotool"_s, commands), 0);
-}
-
-QStringList movedTo(const QWidget &window, QPoint position)
-{
-    const QPoint point = window.mapToGlobal(position);
-    return {u"mousemove"_s, QString::number(point.x()), QString::number(point.y())};
 }
 
 QString windowManager()
