@@ -1,6 +1,7 @@
 // Reads and writes the file in which a board's document is kept.
 #include "storage/boardfile.h"
 
+#include "storage/memory.h"
 #include "storage/plainfile.h"
 
 #include <QFile>
@@ -32,6 +33,9 @@ BoardFileContents readDocument(const QString &path)
         return {BoardFileContents::Status::CannotOpen, {}};
     if (!mayHoldObject(file))
         return {BoardFileContents::Status::NoBoard, {}};
+    // The text, and the many small values that it becomes: of short strokes they take most.
+    constexpr qint64 bytesPerCharacter = 8;
+    expectMemory(file.size() * bytesPerCharacter);
     const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
     if (!document.isObject())
         return {BoardFileContents::Status::NoBoard, {}};
