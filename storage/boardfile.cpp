@@ -19,7 +19,7 @@ bool mayHoldObject(QFile &file)
     QByteArray bytes = file.peek(beginning);
     if (bytes.startsWith("\xef\xbb\xbf"))
         bytes.remove(0, 3); // the mark of UTF-8, which the parser passes over
-    const auto first = std::ranges::find_if_not(
+    const auto *const first = std::ranges::find_if_not(
         bytes, [](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; });
     return first == bytes.cend() || *first == '{';
 }
