@@ -7,8 +7,8 @@
 
 #include <new>
 
-/// Does \a work. Returns false when there is not the memory for it: then it ended where it was, and what
-/// it had asked for is free again.
+/// Does \a work. Returns false when there is not the memory for it: then it ended where it was, and
+/// what it had asked for is free again.
 template <typename Work> bool fitsInMemory(const Work &work)
 {
     constexpr qsizetype megabyte = qsizetype(1024) * 1024;

@@ -72,8 +72,8 @@ QPainterPath pathOf(const QJsonArray &points)
     return path;
 }
 
-/// Throws \c std::bad_alloc when it is for want of memory that the picture in \a bytes cannot be shown.
-/// Taken for a damaged one, it would be lost when the board is saved.
+/// Throws \c std::bad_alloc when it is for want of memory that the picture in \a bytes cannot be
+/// shown. Taken for a damaged one, it would be lost when the board is saved.
 void expectMemoryForPicture(QByteArray bytes)
 {
     QBuffer buffer(&bytes);

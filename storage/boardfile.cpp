@@ -11,8 +11,8 @@
 
 namespace {
 
-/// Whether the beginning of \a file may be that of a JSON object. So a film that is opened by mistake is
-/// refused at once, before gigabytes of it are read.
+/// Whether the beginning of \a file may be that of a JSON object. So a film that is opened by
+/// mistake is refused at once, before gigabytes of it are read.
 bool mayHoldObject(QFile &file)
 {
     constexpr qint64 beginning = 4096; // bytes

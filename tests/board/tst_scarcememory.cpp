@@ -22,8 +22,8 @@ namespace {
 
 constexpr qint64 megabyte = qint64(1024) * 1024;
 
-/// A board with one note, bound to "antes.vtrz" in the home folder, that has been shown and has shown a
-/// box before: what both take once is had.
+/// A board with one note, bound to "antes.vtrz" in the home folder, that has been shown and has
+/// shown a box before: what both take once is had.
 struct BoundBoard
 {
     ScratchHome home;

@@ -1,4 +1,5 @@
-// Holds the pages to the tests: whichever test a page names exists, and no fault is listed without one.
+// Holds the pages to the tests: whichever test a page names exists, and no fault is listed without
+// one.
 #include "tests/support/main/registeredtest.h"
 
 #include <QDir>
