@@ -12,6 +12,7 @@
 #include <QFileInfo>
 
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -63,11 +64,15 @@ void BoardWindow::saveBoard()
 
 void BoardWindow::writeBoardFile(const QString &path, bool adoptPath)
 {
-    const LongWork work(expectedSize(*scene));
-    // The document is complete before the file is opened, and with that emptied.
+    std::optional<LongWork> work;
     QByteArray document;
     auto writing = BoardFileWriting::CannotOpen;
-    if (fitsInMemory([&] { document = buildBoardDocument(*scene); }))
+    const bool fits = fitsInMemory([&] {
+        work.emplace(expectedSize(*scene));
+        document = buildBoardDocument(*scene);
+    });
+    // The document is complete before the file is opened, and with that emptied.
+    if (fits)
         writing = writeDocument(path, document);
     switch (writing) {
     case BoardFileWriting::CannotOpen:

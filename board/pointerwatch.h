@@ -8,8 +8,8 @@
 class QWidget;
 
 /// Watches a window, for as long as the object lives, for what takes the pointer from it: a dialog
-/// or a menu opens, or the window hides. A button that is held is then let go elsewhere, and the window
-/// never hears of it.
+/// or a menu opens, or the window hides. A button that is held is then let go elsewhere, and the
+/// window never hears of it.
 class PointerWatch : public QObject
 {
     Q_DISABLE_COPY_MOVE(PointerWatch)

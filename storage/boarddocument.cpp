@@ -3,6 +3,7 @@
 
 #include "items/boarditems.h"
 #include "storage/jsontext.h"
+#include "storage/memory.h"
 
 #include <QBuffer>
 #include <QGraphicsScene>
@@ -13,6 +14,7 @@
 #include <algorithm>
 #include <new>
 #include <optional>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -70,8 +72,8 @@ QPainterPath pathOf(const QJsonArray &points)
     return path;
 }
 
-/// Throws \c std::bad_alloc when it is for want of memory that the picture in \a bytes cannot be shown.
-/// Taken for a damaged one, it would be lost when the board is saved.
+/// Throws \c std::bad_alloc when it is for want of memory that the picture in \a bytes cannot be
+/// shown. Taken for a damaged one, it would be lost when the board is saved.
 void expectMemoryForPicture(QByteArray bytes)
 {
     QBuffer buffer(&bytes);
@@ -81,13 +83,14 @@ void expectMemoryForPicture(QByteArray bytes)
         return; // the toolkit refuses more
     // It is unpacked and then converted, with some work beside.
     constexpr qint64 work = qint64{1024} * 1024;
-    const QByteArray room(2 * pixels + work, Qt::Uninitialized);
+    expectMemory(2 * pixels + work);
 }
 
 /// How a class of items stands in a document. Each class has
 ///   kind        its name there
 ///   z           the z value of an opened item
 ///   size()      about how many bytes the text of an item's element takes
+///   memory      about how many bytes an item takes beside what its element holds, or more
 ///   toJson()    the element of an item, without its kind and its points; none when the item is not
 ///               stored
 ///   fromJson()  the item that an element describes
@@ -99,6 +102,7 @@ template <> struct Element<StickyNoteItem>
 {
     static constexpr auto kind = "postit"_L1;
     static constexpr qreal z = 1.0;
+    static constexpr qint64 memory = 32 * 1024;
 
     static qint64 size(const StickyNoteItem &) { return 400; }
     static std::optional<QJsonObject> toJson(const StickyNoteItem &note)
@@ -123,6 +127,7 @@ template <> struct Element<FreeDrawItem>
 {
     static constexpr auto kind = "freedraw"_L1;
     static constexpr qreal z = 2.0;
+    static constexpr qint64 memory = 4 * 1024;
 
     static qint64 size(const QGraphicsPathItem &stroke)
     {
@@ -153,6 +158,7 @@ template <> struct Element<ArrowLineItem>
 {
     static constexpr auto kind = "arrow"_L1;
     static constexpr qreal z = 3.0;
+    static constexpr qint64 memory = 4 * 1024;
 
     static qint64 size(const QGraphicsLineItem &) { return 250; }
     // Quirk: a dragged arrow is stored where it was drawn, because a file holds an arrow's line and
@@ -187,6 +193,7 @@ template <> struct Element<ResizablePixmapItem>
 {
     static constexpr auto kind = "image"_L1;
     static constexpr qreal z = 0.0;
+    static constexpr qint64 memory = 4 * 1024;
 
     static qint64 size(const QGraphicsPixmapItem &image)
     {
@@ -263,6 +270,22 @@ void appendElement(QByteArray &text, const QGraphicsItem *item)
     });
 }
 
+/// About how many bytes the items of \a elements take.
+qint64 expectedMemory(const QJsonArray &elements)
+{
+    qint64 bytes = 0;
+    for (const auto &element : elements) {
+        const QString kind = element.toObject().value(kindKey).toString();
+        findBoardItemClass([&]<typename Item>(std::type_identity<Item>) {
+            if (kind != Element<Item>::kind)
+                return false;
+            bytes += Element<Item>::memory;
+            return true;
+        });
+    }
+    return bytes;
+}
+
 } // namespace
 
 qint64 expectedSize(const QGraphicsScene &scene)
@@ -277,10 +300,11 @@ qint64 expectedSize(const QGraphicsScene &scene)
 
 QByteArray buildBoardDocument(const QGraphicsScene &scene)
 {
+    const qint64 size = expectedSize(scene);
+    const auto items = scene.items(Qt::DescendingOrder);
     QByteArray text = "{\n    \"items\": [";
     // A text that grows is copied again and again, and is then in memory twice.
-    text.reserve(expectedSize(scene));
-    const auto items = scene.items(Qt::DescendingOrder);
+    text.reserve(size);
     for (const auto *item : items)
         appendElement(text, item);
     text += "\n    ]\n}\n";
@@ -291,6 +315,7 @@ std::vector<std::unique_ptr<QGraphicsItem>> itemsOf(QJsonObject document)
 {
     std::vector<std::unique_ptr<QGraphicsItem>> items;
     QJsonArray elements = document.take(elementsKey).toArray();
+    expectMemory(expectedMemory(std::as_const(elements)));
     items.reserve(static_cast<std::size_t>(elements.size()));
     // An element goes as soon as its item is there. They are taken from the end, because from there
     // an array shrinks at no cost.

@@ -23,8 +23,8 @@ qint64 expectedSize(const QGraphicsScene &scene);
 /// Makes the items that \a document describes, in its order; they are for the caller to place on a
 /// scene. Elements of unknown kind make no item; missing and mistyped values read as 0 or empty. A
 /// document without a list of elements makes none. A document that is moved in goes as its items
-/// come, so that memory does not hold both. Throws \c std::bad_alloc when there is not the memory for
-/// it.
+/// come, so that memory does not hold both. Throws \c std::bad_alloc when there is not the memory
+/// for it.
 std::vector<std::unique_ptr<QGraphicsItem>> itemsOf(QJsonObject document);
 
 /// Makes the item that one \a element of a document describes; null when it is of unknown kind.

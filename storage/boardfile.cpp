@@ -1,6 +1,7 @@
 // Reads and writes the file in which a board's document is kept.
 #include "storage/boardfile.h"
 
+#include "storage/memory.h"
 #include "storage/plainfile.h"
 
 #include <QFile>
@@ -10,15 +11,15 @@
 
 namespace {
 
-/// Whether the beginning of \a file may be that of a JSON object. So a film that is opened by mistake is
-/// refused at once, before gigabytes of it are read.
+/// Whether the beginning of \a file may be that of a JSON object. So a film that is opened by
+/// mistake is refused at once, before gigabytes of it are read.
 bool mayHoldObject(QFile &file)
 {
     constexpr qint64 beginning = 4096; // bytes
     QByteArray bytes = file.peek(beginning);
     if (bytes.startsWith("\xef\xbb\xbf"))
         bytes.remove(0, 3); // the mark of UTF-8, which the parser passes over
-    const auto first = std::ranges::find_if_not(
+    const auto *const first = std::ranges::find_if_not(
         bytes, [](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; });
     return first == bytes.cend() || *first == '{';
 }
@@ -32,6 +33,9 @@ BoardFileContents readDocument(const QString &path)
         return {BoardFileContents::Status::CannotOpen, {}};
     if (!mayHoldObject(file))
         return {BoardFileContents::Status::NoBoard, {}};
+    // The text, and the many small values that it becomes: of short strokes they take most.
+    constexpr qint64 bytesPerCharacter = 8;
+    expectMemory(file.size() * bytesPerCharacter);
     const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
     if (!document.isObject())
         return {BoardFileContents::Status::NoBoard, {}};

@@ -16,7 +16,7 @@ struct BoardFileContents
 };
 
 /// Reads the board file \a path. What is no regular file cannot be opened; anything that is no JSON
-/// object is no board.
+/// object is no board. Throws \c std::bad_alloc when there is not the memory for it.
 BoardFileContents readDocument(const QString &path);
 
 /// What became of writing a board file. After WriteFailed the file is empty, after CannotOpen it is

@@ -29,8 +29,8 @@ mode_t kindOf(int descriptor)
 }
 
 /// Opens \a file on \a path where it is of a kind that \a accepts. The name may stand for something
-/// else by now than when it was looked at; so what is open is looked at, and the system is told to wait
-/// for nobody while it opens it.
+/// else by now than when it was looked at; so what is open is looked at, and the system is told to
+/// wait for nobody while it opens it.
 template <typename Accepts>
 bool openKind(QFile &file, const QString &path, int flags, QIODevice::OpenMode mode,
               const Accepts &accepts)

@@ -1,5 +1,5 @@
-// Gestures that lose their window to a dialog, a menu or another window: they end there, with all that
-// they have done, and the mouse is free.
+// Gestures that lose their window to a dialog, a menu or another window: they end there, with all
+// that they have done, and the mouse is free.
 
 #include "items/arrowlineitem.h"
 #include "items/resizablepixmapitem.h"
@@ -36,8 +36,8 @@ void pressByKeyboard(ShownBoard &board, const char *button)
     QTest::keyClick(board.window.windowHandle(), Qt::Key_Space);
 }
 
-/// Lets the left button go while \a dialog blocks the board and then clicks "Cancel". Returns whether
-/// the dialog has heard it and is closed; otherwise closes it, so that the test goes on.
+/// Lets the left button go while \a dialog blocks the board and then clicks "Cancel". Returns
+/// whether the dialog has heard it and is closed; otherwise closes it, so that the test goes on.
 bool cancelByMouse(ShownBoard &board, QFileDialog &dialog)
 {
     // The system tells the window in which the button was pressed.
@@ -51,8 +51,8 @@ bool cancelByMouse(ShownBoard &board, QFileDialog &dialog)
     return heard;
 }
 
-/// Opens the dialog for saving with the keyboard while the left button is held, lets the button go over
-/// it and cancels it with the mouse. Returns whether the dialog has heard the mouse.
+/// Opens the dialog for saving with the keyboard while the left button is held, lets the button go
+/// over it and cancels it with the mouse. Returns whether the dialog has heard the mouse.
 bool interruptByDialog(ShownBoard &board)
 {
     bool heard = false;

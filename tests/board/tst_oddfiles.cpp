@@ -1,4 +1,5 @@
-// Names under which there is no ordinary file, odd names, and files that change under the program's hands.
+// Names under which there is no ordinary file, odd names, and files that change under the program's
+// hands.
 
 #include "items/freedrawitem.h"
 #include "items/stickynoteitem.h"
@@ -49,7 +50,8 @@ struct BoundBoard
         board.window.loadBoard(path);
         return warning.box().text;
     }
-    /// Saves as \a name, as typed into the dialog, and returns the text of the warning, if one came.
+    /// Saves as \a name, as typed into the dialog, and returns the text of the warning, if one
+    /// came.
     QString warningOfSavingAs(const QString &name)
     {
         const FileDialogAnswer dialog(name);

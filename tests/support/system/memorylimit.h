@@ -8,10 +8,16 @@
 #include <cstdlib>
 #include <utility>
 
+#include <malloc.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
-/// For as long as it lives, the program can ask for no more than so many bytes beside those that it has.
+/// Under the limit, the library for memory would look for room in the arenas of other threads,
+/// which cannot grow, and stay with them. With one arena from the start, what is there can be had.
+inline const int oneArena = mallopt(M_ARENA_MAX, 1);
+
+/// For as long as it lives, the program can ask for no more than so many bytes beside those that it
+/// has.
 class MemoryLimit
 {
 public:

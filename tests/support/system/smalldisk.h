@@ -7,7 +7,8 @@
 #include <sched.h>
 #include <sys/mount.h>
 
-/// Mounts a disk of \a bytes on a folder, for as long as the object lives and for this process alone.
+/// Mounts a disk of \a bytes on a folder, for as long as the object lives and for this process
+/// alone.
 class SmallDisk
 {
 public:
