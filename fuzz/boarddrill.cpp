@@ -43,7 +43,8 @@ bool isEverythingInPlace(const QGraphicsScene &scene)
         if (const auto *const stroke = dynamic_cast<const FreeDrawItem *>(item))
             inPlace = inPlace && near.contains(stroke->path().controlPointRect());
         if (const auto *const arrow = dynamic_cast<const ArrowLineItem *>(item))
-            inPlace = inPlace && near.contains(arrow->line().p1()) && near.contains(arrow->line().p2());
+            inPlace =
+                inPlace && near.contains(arrow->line().p1()) && near.contains(arrow->line().p2());
         return inPlace;
     });
 }
@@ -103,9 +104,8 @@ public:
 private:
     static bool areSame(const BoardSnapshot &one, const BoardSnapshot &other)
     {
-        return std::ranges::equal(one.states(), other.states(), [](const auto &a, const auto &b) {
-            return ::areSame(a, b);
-        });
+        return std::ranges::equal(one.states(), other.states(),
+                                  [](const auto &a, const auto &b) { return ::areSame(a, b); });
     }
 
     BoardRecorder recorder{scene};
@@ -186,7 +186,8 @@ void saveAndOpen(const QGraphicsScene &scene)
     if (second == first)
         return;
     // A picture's file tells more than its pixels, and not all of it outlives the first saving.
-    require(withoutPictures(second) == withoutPictures(first), "an opened board is saved as it was");
+    require(withoutPictures(second) == withoutPictures(first),
+            "an opened board is saved as it was");
     require(openAndSave(scene, second) == second, "a board that was saved and opened stays");
 }
 

@@ -158,7 +158,8 @@ qsizetype CanvasFrame::bytes() const
     // A note stands in a table and, by its place, in another.
     constexpr size_t bytesPerNote = sizeof(PaintedState) + 256;
     return image.sizeInBytes() + layers.beneath.sizeInBytes() + layers.above.sizeInBytes()
-        + coverageBytes + sheet.sizeInBytes() + static_cast<qsizetype>(painted.size() * bytesPerNote);
+        + coverageBytes + sheet.sizeInBytes()
+        + static_cast<qsizetype>(painted.size() * bytesPerNote);
 }
 
 /// Lets go of the coverage of strokes that are no longer on the board.
