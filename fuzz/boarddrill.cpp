@@ -110,7 +110,7 @@ private:
 
     BoardRecorder recorder{scene};
     BoardSnapshot recorded;
-    CanvasView view{};
+    CanvasView view;
 };
 
 /// The items of the document \a text in reverse: among items of one kind, the topmost of a saved
