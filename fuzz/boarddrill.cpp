@@ -28,7 +28,7 @@ namespace {
 
 using Stroke = std::pair<QPainterPath, QColor>; // in a snapshot
 
-constexpr QSize viewSize(240, 135); // pixels, for speed; the board shows in them as a whole
+constexpr QSize viewSize(128, 72); // pixels, for speed; the board shows in them as a whole
 
 /// Whether the toolkit can tell where all items of \a scene are: it loses those that are far away,
 /// and hairlines that are thinner than the place that they lie at can say.
@@ -60,15 +60,15 @@ public:
         view.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         view.resize(viewSize);
         view.setScene(&scene);
+        // It gets its size when it is painted for the first time.
+        view.grab();
+        view.fitInView(BoardGeometry::board);
         QObject::connect(&scene, &QGraphicsScene::changed, &view, &CanvasView::showChanges);
         QObject::connect(&scene, &QGraphicsScene::changed, &view, [this](const auto &changed) {
             recorded = recorder.snapshotAfter(changed);
         });
         for (auto &item : items)
             scene.addItem(item.release());
-        // It gets its size when it is painted for the first time.
-        show();
-        view.fitInView(BoardGeometry::board);
         show();
     }
 
@@ -85,9 +85,11 @@ public:
         require(areSame(recorded, takeSnapshot(scene)), "the history knows the board as it is");
     }
 
-    void showMiddleInFullSize()
+    void showMiddle()
     {
+        constexpr qreal scale = 0.25; // for speed
         view.resetTransform();
+        view.scale(scale, scale);
         view.centerOn(BoardGeometry::board.center());
         show();
     }
@@ -207,7 +209,7 @@ void drillBoard(std::vector<std::unique_ptr<QGraphicsItem>> items)
             item->moveBy(7, -3);
     }
     board.show();
-    board.showMiddleInFullSize();
+    board.showMiddle();
     board.scroll();
 
     constexpr qsizetype few = 8;
