@@ -298,7 +298,9 @@ QRegion CanvasFrame::scroll(QPoint step)
 /// The items that may show in \a pixels, the lowest first.
 QList<QGraphicsItem *> CanvasFrame::itemsIn(const QRect &pixels) const
 {
-    return canvas.scene()->items(toScene(pixels).adjusted(-reach, -reach, reach, reach),
+    // Hairlines reach half a pixel outside of their bounding rectangles.
+    const QRectF place = toScene(pixels.adjusted(-1, -1, 1, 1));
+    return canvas.scene()->items(place.adjusted(-reach, -reach, reach, reach),
                                  Qt::IntersectsItemBoundingRect, Qt::AscendingOrder);
 }
 
