@@ -28,7 +28,7 @@ namespace {
 
 using Stroke = std::pair<QPainterPath, QColor>; // in a snapshot
 
-constexpr QSize viewSize(240, 135); // pixels, for speed; the board shows in them as a whole
+constexpr QSize viewSize(128, 72); // pixels, for speed; the board shows in them as a whole
 
 /// Whether the toolkit can tell where all items of \a scene are: it loses those that are far away,
 /// and hairlines that are thinner than the place that they lie at can say.
@@ -43,7 +43,8 @@ bool isEverythingInPlace(const QGraphicsScene &scene)
         if (const auto *const stroke = dynamic_cast<const FreeDrawItem *>(item))
             inPlace = inPlace && near.contains(stroke->path().controlPointRect());
         if (const auto *const arrow = dynamic_cast<const ArrowLineItem *>(item))
-            inPlace = inPlace && near.contains(arrow->line().p1()) && near.contains(arrow->line().p2());
+            inPlace =
+                inPlace && near.contains(arrow->line().p1()) && near.contains(arrow->line().p2());
         return inPlace;
     });
 }
@@ -59,15 +60,15 @@ public:
         view.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         view.resize(viewSize);
         view.setScene(&scene);
+        // It gets its size when it is painted for the first time.
+        view.grab();
+        view.fitInView(BoardGeometry::board);
         QObject::connect(&scene, &QGraphicsScene::changed, &view, &CanvasView::showChanges);
         QObject::connect(&scene, &QGraphicsScene::changed, &view, [this](const auto &changed) {
             recorded = recorder.snapshotAfter(changed);
         });
         for (auto &item : items)
             scene.addItem(item.release());
-        // It gets its size when it is painted for the first time.
-        show();
-        view.fitInView(BoardGeometry::board);
         show();
     }
 
@@ -84,9 +85,11 @@ public:
         require(areSame(recorded, takeSnapshot(scene)), "the history knows the board as it is");
     }
 
-    void showMiddleInFullSize()
+    void showMiddle()
     {
+        constexpr qreal scale = 0.25; // for speed
         view.resetTransform();
+        view.scale(scale, scale);
         view.centerOn(BoardGeometry::board.center());
         show();
     }
@@ -103,14 +106,13 @@ public:
 private:
     static bool areSame(const BoardSnapshot &one, const BoardSnapshot &other)
     {
-        return std::ranges::equal(one.states(), other.states(), [](const auto &a, const auto &b) {
-            return ::areSame(a, b);
-        });
+        return std::ranges::equal(one.states(), other.states(),
+                                  [](const auto &a, const auto &b) { return ::areSame(a, b); });
     }
 
     BoardRecorder recorder{scene};
     BoardSnapshot recorded;
-    CanvasView view{};
+    CanvasView view;
 };
 
 /// The items of the document \a text in reverse: among items of one kind, the topmost of a saved
@@ -186,7 +188,8 @@ void saveAndOpen(const QGraphicsScene &scene)
     if (second == first)
         return;
     // A picture's file tells more than its pixels, and not all of it outlives the first saving.
-    require(withoutPictures(second) == withoutPictures(first), "an opened board is saved as it was");
+    require(withoutPictures(second) == withoutPictures(first),
+            "an opened board is saved as it was");
     require(openAndSave(scene, second) == second, "a board that was saved and opened stays");
 }
 
@@ -206,7 +209,7 @@ void drillBoard(std::vector<std::unique_ptr<QGraphicsItem>> items)
             item->moveBy(7, -3);
     }
     board.show();
-    board.showMiddleInFullSize();
+    board.showMiddle();
     board.scroll();
 
     constexpr qsizetype few = 8;

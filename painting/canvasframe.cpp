@@ -161,7 +161,8 @@ qsizetype CanvasFrame::bytes() const
     // A note stands in a table and, by its place, in another.
     constexpr size_t bytesPerNote = sizeof(PaintedState) + 256;
     return image.sizeInBytes() + layers.beneath.sizeInBytes() + layers.above.sizeInBytes()
-        + coverageBytes + sheet.sizeInBytes() + static_cast<qsizetype>(painted.size() * bytesPerNote);
+        + coverageBytes + sheet.sizeInBytes()
+        + static_cast<qsizetype>(painted.size() * bytesPerNote);
 }
 
 /// Lets go of the coverage of strokes that are no longer on the board.
@@ -316,7 +317,9 @@ QRegion CanvasFrame::scroll(QPoint step)
 /// The items that may show in \a pixels, the lowest first.
 QList<QGraphicsItem *> CanvasFrame::itemsIn(const QRect &pixels) const
 {
-    return canvas.scene()->items(toScene(pixels).adjusted(-reach, -reach, reach, reach),
+    // Hairlines reach half a pixel outside of their bounding rectangles.
+    const QRectF place = toScene(pixels.adjusted(-1, -1, 1, 1));
+    return canvas.scene()->items(place.adjusted(-reach, -reach, reach, reach),
                                  Qt::IntersectsItemBoundingRect, Qt::AscendingOrder);
 }
 
