@@ -11,6 +11,7 @@
 #include <QCoreApplication>
 #include <QGraphicsScene>
 #include <QGraphicsSceneMouseEvent>
+#include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -20,6 +21,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 using namespace Qt::Literals::StringLiterals;
@@ -47,6 +49,16 @@ bool isEverythingInPlace(const QGraphicsScene &scene)
                 inPlace && near.contains(arrow->line().p1()) && near.contains(arrow->line().p2());
         return inPlace;
     });
+}
+
+/// Whether two pictures are the same but for what blending rounds, where strokes cross and at the edges
+/// of small letters.
+bool lookAlike(const QImage &one, const QImage &other)
+{
+    constexpr int rounding = 24;
+    return one.sizeInBytes() == other.sizeInBytes()
+        && std::equal(one.constBits(), one.constBits() + one.sizeInBytes(), other.constBits(),
+                      [](int a, int b) { return std::abs(a - b) <= rounding; });
 }
 
 /// A board with its view and its recorder, wired as in the board's window.
@@ -80,7 +92,8 @@ public:
         if (isEverythingInPlace(scene)) {
             CanvasFrame anew(view);
             anew.matchView();
-            require(view.frame().picture() == anew.picture(), "the view shows the board as it is");
+            require(lookAlike(view.frame().picture(), anew.picture()),
+                    "the view shows the board as it is");
         }
         require(areSame(recorded, takeSnapshot(scene)), "the history knows the board as it is");
     }

@@ -12,6 +12,7 @@
 #include <QStyleOptionGraphicsItem>
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstring>
 #include <iterator>
@@ -116,6 +117,13 @@ QRectF nearOf(const QRectF &view)
 bool isNear(const ArrowLineItem &arrow, const QRectF &view)
 {
     return nearOf(view).contains(arrow.line().p1()) && nearOf(view).contains(arrow.line().p2());
+}
+
+/// Whether the raster engine draws \a stroke as a line without width. What that covers depends a little on
+/// where it is cut off; so it is the same everywhere only if it is always laid down from its coverage.
+bool isHairline(const FreeDrawItem &stroke, const QTransform &toPixels)
+{
+    return stroke.QGraphicsPathItem::pen().widthF() * std::sqrt(std::abs(toPixels.determinant())) <= 1;
 }
 
 /// Paints of \a arrow what can be seen in \a view: one that ends where it gets out of sight.
@@ -581,7 +589,7 @@ bool CanvasFrame::layDown(QImage &target, const QGraphicsItem *item, const QRect
     const QTransform transform = stroke->deviceTransform(toDevice);
     const auto *coverage = findCoverage(*stroke);
     if (!coverage) {
-        if (moving.contains(item) || isOnlyPainting)
+        if (moving.contains(item) || (isOnlyPainting && !isHairline(*stroke, transform)))
             return false;
         coverage = makeCoverage(*stroke);
         if (!coverage)
