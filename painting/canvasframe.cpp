@@ -123,7 +123,8 @@ bool isNear(const ArrowLineItem &arrow, const QRectF &view)
 /// where it is cut off; so it is the same everywhere only if it is always laid down from its coverage.
 bool isHairline(const FreeDrawItem &stroke, const QTransform &toPixels)
 {
-    return stroke.QGraphicsPathItem::pen().widthF() * std::sqrt(std::abs(toPixels.determinant())) <= 1;
+    return stroke.QGraphicsPathItem::pen().widthF() * std::sqrt(std::abs(toPixels.determinant()))
+        <= 1;
 }
 
 /// Paints of \a arrow what can be seen in \a view: one that ends where it gets out of sight.
