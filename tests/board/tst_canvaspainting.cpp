@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 
 using namespace Qt::Literals::StringLiterals;
@@ -99,7 +100,9 @@ QString differences(const ShownBoard &board)
         for (int y = part.top(); y <= part.bottom(); ++y) {
             const auto *const a = reinterpret_cast<const QRgb *>(one.constScanLine(y));
             const auto *const b = reinterpret_cast<const QRgb *>(other.constScanLine(y));
-            if (std::equal(a + part.left(), a + part.right() + 1, b + part.left()))
+            if (std::memcmp(a + part.left(), b + part.left(),
+                            static_cast<size_t>(part.width()) * sizeof(QRgb))
+                == 0)
                 continue;
             for (int x = part.left(); x <= part.right(); ++x) {
                 const int off = std::max({std::abs(qRed(a[x]) - qRed(b[x])),
