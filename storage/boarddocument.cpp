@@ -102,7 +102,7 @@ template <> struct Element<StickyNoteItem>
 {
     static constexpr auto kind = "postit"_L1;
     static constexpr qreal z = 1.0;
-    static constexpr qint64 memory = 32 * 1024;
+    static constexpr qint64 memory = qint64(32) * 1024;
 
     static qint64 size(const StickyNoteItem &) { return 400; }
     static std::optional<QJsonObject> toJson(const StickyNoteItem &note)
@@ -127,7 +127,7 @@ template <> struct Element<FreeDrawItem>
 {
     static constexpr auto kind = "freedraw"_L1;
     static constexpr qreal z = 2.0;
-    static constexpr qint64 memory = 4 * 1024;
+    static constexpr qint64 memory = qint64(4) * 1024;
 
     static qint64 size(const QGraphicsPathItem &stroke)
     {
@@ -158,7 +158,7 @@ template <> struct Element<ArrowLineItem>
 {
     static constexpr auto kind = "arrow"_L1;
     static constexpr qreal z = 3.0;
-    static constexpr qint64 memory = 4 * 1024;
+    static constexpr qint64 memory = qint64(4) * 1024;
 
     static qint64 size(const QGraphicsLineItem &) { return 250; }
     // Quirk: a dragged arrow is stored where it was drawn, because a file holds an arrow's line and
@@ -193,7 +193,7 @@ template <> struct Element<ResizablePixmapItem>
 {
     static constexpr auto kind = "image"_L1;
     static constexpr qreal z = 0.0;
-    static constexpr qint64 memory = 4 * 1024;
+    static constexpr qint64 memory = qint64(4) * 1024;
 
     static qint64 size(const QGraphicsPixmapItem &image)
     {

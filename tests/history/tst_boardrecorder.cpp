@@ -101,6 +101,8 @@ void TestBoardRecorder::whatHappensByChanceIsRecorded_data()
         QTest::addRow("seed %u", seed) << seed;
 }
 
+// What a hand may do is one list of cases.
+// NOLINTNEXTLINE(readability-function-cognitive-complexity)
 void TestBoardRecorder::whatHappensByChanceIsRecorded()
 {
     QFETCH(const quint32, seed);
