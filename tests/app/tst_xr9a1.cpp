@@ -20,6 +20,11 @@ private slots:
     void aLaterInstanceThatLeavesDoesNotDisturbTheFirst();
     void theSegmentIsOneByteLong();
     void theSegmentIsGoneWithItsLastHolder();
+    void guardsWaitForNobodyToBeAsked();
+    void anInstanceThatWasTooLateMayAskAgain();
+#ifdef Q_OS_UNIX
+    void whereNoSegmentCanBeMadeOneIsTakenToBeThere();
+#endif
 };
 
 void TestXr9A1::hasNoSignalsOrSlotsOfItsOwn()
@@ -91,6 +96,39 @@ void TestXr9A1::theSegmentIsGoneWithItsLastHolder()
     QVERIFY(!segment.attach());
     QCOMPARE(segment.error(), QSharedMemory::NotFound);
 }
+
+void TestXr9A1::guardsWaitForNobodyToBeAsked()
+{
+    Xr9A1 first;
+    Xr9A1 second;
+    Xr9A1 third;
+    QVERIFY(third.isRunning());
+    QVERIFY(second.isRunning());
+    QVERIFY(!first.isRunning());
+}
+
+void TestXr9A1::anInstanceThatWasTooLateMayAskAgain()
+{
+    std::optional<Xr9A1> first(std::in_place);
+    Xr9A1 second;
+    QVERIFY(second.isRunning());
+    first.reset();
+    QVERIFY(!second.isRunning());
+    Xr9A1 third;
+    QVERIFY(third.isRunning());
+}
+
+#ifdef Q_OS_UNIX
+void TestXr9A1::whereNoSegmentCanBeMadeOneIsTakenToBeThere()
+{
+    const QByteArray folder = qgetenv("TMPDIR");
+    qputenv("TMPDIR", folder + "/nowhere");
+    Xr9A1 guard;
+    const bool running = guard.isRunning();
+    qputenv("TMPDIR", folder);
+    QVERIFY(running);
+}
+#endif
 
 PLUMARA_GUILESS_TEST(TestXr9A1)
 #include "tst_xr9a1.moc"
