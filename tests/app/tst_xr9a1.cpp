@@ -22,9 +22,6 @@ private slots:
     void theSegmentIsGoneWithItsLastHolder();
     void guardsWaitForNobodyToBeAsked();
     void anInstanceThatWasTooLateMayAskAgain();
-#ifdef Q_OS_UNIX
-    void whereNoSegmentCanBeMadeOneIsTakenToBeThere();
-#endif
 };
 
 void TestXr9A1::hasNoSignalsOrSlotsOfItsOwn()
@@ -117,18 +114,6 @@ void TestXr9A1::anInstanceThatWasTooLateMayAskAgain()
     Xr9A1 third;
     QVERIFY(third.isRunning());
 }
-
-#ifdef Q_OS_UNIX
-void TestXr9A1::whereNoSegmentCanBeMadeOneIsTakenToBeThere()
-{
-    const QByteArray folder = qgetenv("TMPDIR");
-    qputenv("TMPDIR", folder + "/nowhere");
-    Xr9A1 guard;
-    const bool running = guard.isRunning();
-    qputenv("TMPDIR", folder);
-    QVERIFY(running);
-}
-#endif
 
 PLUMARA_GUILESS_TEST(TestXr9A1)
 #include "tst_xr9a1.moc"

@@ -29,8 +29,9 @@ class Machine
 public:
     Machine()
     {
-        if (::chmod(QFile::encodeName(path()).constData(), 01777) != 0)
-            qFatal("The folder cannot be opened for everybody.");
+        QDir().mkdir(temporaryFolder());
+        setMode(path(), 0755);
+        setMode(temporaryFolder(), 01777);
         for (const QString &file : {QStringLiteral(PLUMARA_EXE), QStringLiteral(INTERLOPER)}) {
             if (!QFile::copy(file, path(QFileInfo(file).fileName())))
                 qFatal("The program cannot be copied.");
@@ -38,6 +39,12 @@ public:
     }
 
     QString path(const QString &name = {}) const { return folder.filePath(name); }
+    QString temporaryFolder() const { return path(u"tmp"_s); }
+    static void setMode(const QString &path, mode_t mode)
+    {
+        if (::chmod(QFile::encodeName(path).constData(), mode) != 0)
+            qFatal("The rights cannot be changed.");
+    }
     QString newHome()
     {
         const QString home = path(u"home%1"_s.arg(++homes));
@@ -68,7 +75,7 @@ public:
         auto environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
         environment.insert(u"HOME"_s, home);
-        environment.insert(u"TMPDIR"_s, machine.path());
+        environment.insert(u"TMPDIR"_s, machine.temporaryFolder());
         environment.insert(u"LD_PRELOAD"_s,
                            machine.path(QFileInfo(QStringLiteral(INTERLOPER)).fileName()));
         environment.insert(u"ASAN_OPTIONS"_s, u"verify_asan_link_order=0"_s);
@@ -179,6 +186,7 @@ private slots:
     void peopleDoNotHinderEachOther();
     void whatAnotherPersonLeftBehindHindersNobody();
     void aFileThatAnotherPersonPutInTheWayHindersNobody();
+    void whereNoSegmentCanBeMadeOneIsTakenToBeThere();
 };
 
 void TestInstances::ofFiftyAtOnceOneGoesOn_data()
@@ -314,11 +322,11 @@ void TestInstances::aFileThatAnotherPersonPutInTheWayHindersNobody()
     Machine machine;
     std::vector<std::unique_ptr<QFile>> files;
     for (const auto *purpose : {"turn", "place"}) {
-        const QString path =
-            machine.path(u"Plumara-%1.%2"_s.arg(someone).arg(QLatin1StringView(purpose)));
+        const QString path = machine.temporaryFolder()
+            + u"/Plumara-%1.%2"_s.arg(someone).arg(QLatin1StringView(purpose));
         files.push_back(std::make_unique<QFile>(path));
         QVERIFY(files.back()->open(QIODevice::WriteOnly));
-        QVERIFY(files.back()->setPermissions(QFile::Permissions(0x6666)));
+        Machine::setMode(path, 0666);
         QCOMPARE(::chown(QFile::encodeName(path).constData(), someoneElse, someoneElse), 0);
         QCOMPARE(::flock(files.back()->handle(), LOCK_EX), 0);
     }
@@ -326,6 +334,16 @@ void TestInstances::aFileThatAnotherPersonPutInTheWayHindersNobody()
     QVERIFY(starts.settle());
     QCOMPARE(starts.goneOn(), 1);
     QVERIFY(starts.end());
+}
+
+void TestInstances::whereNoSegmentCanBeMadeOneIsTakenToBeThere()
+{
+    Machine machine;
+    Machine::setMode(machine.temporaryFolder(), 0555);
+    // Root may write everywhere.
+    Start start(machine, {.person = ::geteuid() == 0 ? someone : ::geteuid()});
+    QVERIFY(isOver(start));
+    QVERIFY(start.endedWell() && !start.hasGoneOn());
 }
 
 QTEST_GUILESS_MAIN(TestInstances)
