@@ -1,6 +1,8 @@
 // The guard that lets only one instance of the program run.
 #pragma once
 
+#include "app/processlock.h"
+
 #include <QObject>
 #include <QSharedMemory>
 
@@ -22,7 +24,14 @@ public:
 
     /// The name of the segment.
     static QString key();
+    /// The purpose of the lock that whoever touches the segment has meanwhile.
+    static QString turnPurpose();
 
 private:
+    bool takePlace();
+
+    // In this order, so that the segment goes before the locks.
+    ProcessLock turn;
+    ProcessLock place;
     QSharedMemory memory;
 };

@@ -34,6 +34,10 @@ if(PLUMARA_SANITIZE)
         -fno-omit-frame-pointer)
     target_compile_options(plumara_settings INTERFACE ${_sanitize})
     target_link_options(plumara_settings INTERFACE ${_sanitize})
+else()
+    # The sanitizers see more, and only where nothing else looks first.
+    include(cmake/Hardening.cmake)
+    plumara_harden(plumara_settings)
 endif()
 
 if(PLUMARA_FUZZ)

@@ -54,7 +54,13 @@ void endProcessTree()
 
 void MainWindow::checkVersion()
 {
-    auto *const reply = network.get(QNetworkRequest(serverUrl(u"/updates/plumara/version.json"_s)));
+    QNetworkRequest request(serverUrl(u"/updates/plumara/version.json"_s));
+    // Who asks stays unknown, also where the answer leads elsewhere.
+    for (const auto attribute :
+         {QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::CookieSaveControlAttribute,
+          QNetworkRequest::AuthenticationReuseAttribute})
+        request.setAttribute(attribute, QNetworkRequest::Manual);
+    auto *const reply = network.get(request);
 
     // Whatever a server sends, no more than this much of it is held in memory, and not for longer.
     QTimer::singleShot(serverPatience, reply, &QNetworkReply::abort);

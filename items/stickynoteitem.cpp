@@ -2,6 +2,7 @@
 #include "items/stickynoteitem.h"
 
 #include "items/geometrychange.h"
+#include "items/notedocument.h"
 
 #include <QDebug>
 #include <QGraphicsSceneContextMenuEvent>
@@ -66,6 +67,7 @@ StickyNoteItem::StickyNoteItem(QGraphicsItem *parent)
     setZValue(noteZ);
 
     textItem = new QGraphicsTextItem(this);
+    textItem->setDocument(new NoteDocument(textItem));
     textItem->setTextInteractionFlags(Qt::TextEditorInteraction);
     textItem->setDefaultTextColor(Qt::black);
     textItem->setFont(QFont(QStringLiteral("Segoe UI"), fontPoints));

@@ -2,6 +2,7 @@
 #include "look/windowlook.h"
 
 #include "look/picturelabel.h"
+#include "look/plainmessages.h"
 
 #include <QApplication>
 #include <QFile>
@@ -77,6 +78,7 @@ void applyWindowStyle(QWidget &window)
         window.setStyleSheet(QString::fromUtf8(style.readAll()));
     dressMenus();
     dressToolTips();
+    showMessagesAsTyped();
 }
 
 void dressWidgets(QWidget &window)

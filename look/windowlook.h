@@ -7,8 +7,9 @@ class QWidget;
 /// the system has none.
 void registerFont();
 
-/// Registers the program's font, also for menus and tool tips, and gives \a window the style sheet that
-/// all windows share. Done before the window has its widgets, it has none of them polished twice.
+/// Registers the program's font, also for menus and tool tips, has messages shown as typed, and gives
+/// \a window the style sheet that all windows share. Done before the window has its widgets, it has none
+/// of them polished twice.
 void applyWindowStyle(QWidget &window);
 
 /// Shows the picture of every label in \a window whose property "picture" names one (a PictureLabel

@@ -20,7 +20,7 @@ declare -A packages=(
     # The version is fixed because every release of clang-format lays some code out differently;
     # 19 is in Debian 12 and 13 alike.
     [lint]="clang-format-19 clang-tidy-19 shellcheck"
-    [test]="openssl libbenchmark-dev"
+    [test]="binutils openssl libbenchmark-dev"
     [bench]="libbenchmark-dev python3"
     # Older ones than 16 do not understand the standard library's ranges.
     [fuzz]="clang-19 libclang-rt-19-dev llvm-19"
@@ -36,7 +36,7 @@ declare -A commands=(
     [build]="cmake ninja c++"
     [display]="Xvfb openbox xdotool xprop xwininfo setxkbmap convert import jq"
     [lint]="clang-format-19,clang-format clang-tidy-19,clang-tidy shellcheck"
-    [test]="openssl"
+    [test]="openssl objdump readelf"
     [bench]="python3"
     [fuzz]="clang++-19,clang++"
     [windows]="x86_64-w64-mingw32-g++-posix cmake ninja"

@@ -20,6 +20,8 @@ private slots:
     void aLaterInstanceThatLeavesDoesNotDisturbTheFirst();
     void theSegmentIsOneByteLong();
     void theSegmentIsGoneWithItsLastHolder();
+    void guardsWaitForNobodyToBeAsked();
+    void anInstanceThatWasTooLateMayAskAgain();
 };
 
 void TestXr9A1::hasNoSignalsOrSlotsOfItsOwn()
@@ -90,6 +92,27 @@ void TestXr9A1::theSegmentIsGoneWithItsLastHolder()
     QSharedMemory segment(QStringLiteral("Plumara"));
     QVERIFY(!segment.attach());
     QCOMPARE(segment.error(), QSharedMemory::NotFound);
+}
+
+void TestXr9A1::guardsWaitForNobodyToBeAsked()
+{
+    Xr9A1 first;
+    Xr9A1 second;
+    Xr9A1 third;
+    QVERIFY(third.isRunning());
+    QVERIFY(second.isRunning());
+    QVERIFY(!first.isRunning());
+}
+
+void TestXr9A1::anInstanceThatWasTooLateMayAskAgain()
+{
+    std::optional<Xr9A1> first(std::in_place);
+    Xr9A1 second;
+    QVERIFY(second.isRunning());
+    first.reset();
+    QVERIFY(!second.isRunning());
+    Xr9A1 third;
+    QVERIFY(third.isRunning());
 }
 
 PLUMARA_GUILESS_TEST(TestXr9A1)

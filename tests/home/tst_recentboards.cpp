@@ -78,6 +78,7 @@ private slots:
     void theSelectedRowIsHighlighted();
     void aRowIsDrawnAsDesigned_data();
     void aRowIsDrawnAsDesigned();
+    void markupInANameIsShownAsItWasTyped();
     void theDesktopsOwnDocumentIconIsPreferred();
     void theDocumentIconIsLookedUpOnceForAllRows();
 
@@ -268,6 +269,22 @@ void TestRecentBoards::aRowIsDrawnAsDesigned()
         painter.restore();
     });
     QCOMPARE(drawn, designed);
+}
+
+void TestRecentBoards::markupInANameIsShownAsItWasTyped()
+{
+    // As markup, both would look the same.
+    const auto drawn = [this](const QString &name) {
+        const QString path = BoardFile::write(home->boardPath(name), {}, march(5));
+        home->window.showProjects();
+        QImage row = home->drawnRow(0);
+        QFile::remove(path);
+        return row;
+    };
+    const QImage row = drawn(u"<p>x<p>.vtrz"_s);
+    QCOMPARE(drawn(u"<p>x<p>.vtrz"_s), row);
+    QVERIFY(drawn(u"<h1>x<h1>.vtrz"_s) != row);
+    QVERIFY(drawn(u"<p><p>x.vtrz"_s) != row);
 }
 
 void TestRecentBoards::theDesktopsOwnDocumentIconIsPreferred()

@@ -1,6 +1,7 @@
 // The request for the newest version, against an HTTPS server that gives all kinds of answers.
 
 #include "home/updatecheck.h"
+#include "tests/support/files/files.h"
 #include "tests/support/home/homewindow.h"
 #include "tests/support/home/updateserver.h"
 #include "tests/support/main/registeredtest.h"
@@ -47,7 +48,13 @@ private slots:
     void anyOtherAnswerIsPassedOverInSilence();
     void aRedirectionToTheSecureServerIsFollowed();
     void aRedirectionToAnInsecureServerIsRefused();
+    void aRedirectionOutOfTheWebIsRefused_data();
+    void aRedirectionOutOfTheWebIsRefused();
+    void aRedirectionInCirclesIsGivenUp();
+    void noCookieIsKept();
+    void nobodySaysWhoTheyAre();
     void anUntrustedServerIsNotBelieved();
+    void anExpiredCertificateIsNotBelieved();
     void aCertificateOfAnotherHostIsNotBelieved();
     void noServerIsNoError();
     void anEndlessAnswerIsCutOff_data();
@@ -75,6 +82,7 @@ private:
         return qobject_cast<QGraphicsOpacityEffect *>(effect)->opacity();
     }
     bool staysSilent(HomeWindow &home);
+    void staysSilentBefore(const TestCertificate &other);
     static void answerEndlessly(QSslSocket &socket, const QByteArray &headers, qint64 *sent);
 
     std::unique_ptr<TestCertificate> certificate;
@@ -137,6 +145,7 @@ void TestUpdateCheck::aNewerVersionShowsTheAdvisor_data()
     for (const auto *version : {"1.1.2026", "10.0", "1.0.2026a", "1.0.2027", "2"})
         QTest::newRow(version) << versionDocument(QString::fromLatin1(version));
     QTest::newRow("other keys") << QByteArray(R"({"notes": [1], "version": "1.1.2026", "x": {}})");
+    QTest::newRow("markup") << versionDocument(u"<h1>9</h1><img src=\"file:///etc/passwd\">"_s);
 }
 
 void TestUpdateCheck::aNewerVersionShowsTheAdvisor()
@@ -148,6 +157,9 @@ void TestUpdateCheck::aNewerVersionShowsTheAdvisor()
     // Whatever version the server names.
     QCOMPARE(home.child<QLabel>(u"UpdateTitle"_s)->text(),
              u"Aviso de actualización disponible - V1.1.2026"_s);
+    const auto labels = home.window.findChildren<QLabel *>();
+    for (const auto *label : labels)
+        QVERIFY2(!label->text().contains(u"<h1>9"_s), qPrintable(label->objectName()));
 }
 
 void TestUpdateCheck::anyOtherAnswerIsPassedOverInSilence_data()
@@ -201,6 +213,62 @@ void TestUpdateCheck::aRedirectionToAnInsecureServerIsRefused()
     QCOMPARE(server->insecureRequests.size(), 0);
 }
 
+void TestUpdateCheck::aRedirectionOutOfTheWebIsRefused_data()
+{
+    QTest::addColumn<QByteArray>("address");
+    const auto file = QUrl::fromLocalFile(QDir::temp().filePath(u"version.json"_s));
+    writeFile(file.toLocalFile(), versionDocument(u"9"_s));
+    QTest::newRow("to a file") << file.toEncoded();
+    QTest::newRow("to itself") << QByteArray(R"(data:application/json,{"version":"9"})");
+    QTest::newRow("to another service") << "ftp://" + host.toUtf8() + "/version.json";
+}
+
+void TestUpdateCheck::aRedirectionOutOfTheWebIsRefused()
+{
+    QFETCH(const QByteArray, address);
+    server->answer("302 Found", {}, "Location: " + address + "\r\n");
+    HomeWindow home;
+    QTRY_VERIFY(!server->requests.isEmpty());
+    QVERIFY(staysSilent(home));
+}
+
+void TestUpdateCheck::aRedirectionInCirclesIsGivenUp()
+{
+    server->answer("302 Found", {}, "Location: /updates/plumara/version.json\r\n");
+    HomeWindow home;
+    QTRY_VERIFY(server->requests.size() > 1);
+    QVERIFY(staysSilent(home));
+    QVERIFY2(server->requests.size() < 100, qPrintable(QString::number(server->requests.size())));
+}
+
+void TestUpdateCheck::noCookieIsKept()
+{
+    server->onRequest = [this](QSslSocket &socket) {
+        server->answer("200 OK", versionDocument(u"9"_s));
+        socket.write(
+            "HTTP/1.1 302 Found\r\nLocation: /moved.json\r\nSet-Cookie: who=you; Path=/\r\n"
+            "Content-Length: 0\r\nConnection: close\r\n\r\n");
+        socket.disconnectFromHost();
+    };
+    const HomeWindow home;
+    QTRY_VERIFY(advisorShown(home));
+    QCOMPARE(server->requests.size(), 2);
+    for (const QByteArray &request : std::as_const(server->requests))
+        QVERIFY2(!request.toLower().contains("\r\ncookie:"), request.constData());
+}
+
+void TestUpdateCheck::nobodySaysWhoTheyAre()
+{
+    server->answer("401 Unauthorized", versionDocument(u"9"_s),
+                   "WWW-Authenticate: Basic realm=\"Plumara\"\r\n");
+    HomeWindow home;
+    QTRY_VERIFY(!server->requests.isEmpty());
+    QVERIFY(staysSilent(home));
+    QVERIFY(!QApplication::activeModalWidget());
+    for (const QByteArray &request : std::as_const(server->requests))
+        QVERIFY2(!request.toLower().contains("\r\nauthorization:"), request.constData());
+}
+
 void TestUpdateCheck::anUntrustedServerIsNotBelieved()
 {
     trust({});
@@ -216,9 +284,19 @@ void TestUpdateCheck::anUntrustedServerIsNotBelieved()
     QVERIFY(!advisorShown(home));
 }
 
+void TestUpdateCheck::anExpiredCertificateIsNotBelieved()
+{
+    staysSilentBefore(TestCertificate(host, -1));
+}
+
 void TestUpdateCheck::aCertificateOfAnotherHostIsNotBelieved()
 {
-    const TestCertificate other(u"other.example"_s);
+    staysSilentBefore(TestCertificate(u"other.example"_s));
+}
+
+/// Asks a server with the certificate \a other, whose authority is trusted.
+void TestUpdateCheck::staysSilentBefore(const TestCertificate &other)
+{
     trust({certificate->authority(), other.authority()});
     server.reset();
     server = std::make_unique<UpdateServer>(other);

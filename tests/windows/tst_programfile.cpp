@@ -6,6 +6,7 @@
 #include <qt_windows.h>
 
 #include <algorithm>
+#include <cstring>
 #include <memory>
 
 using namespace Qt::Literals::StringLiterals;
@@ -18,6 +19,7 @@ private slots:
     void initTestCase();
 
     void itIsAProgramWithWindows();
+    void itIsProtected();
     void itSaysWhatItIs_data();
     void itSaysWhatItIs();
     void itsIconHasEverySize();
@@ -26,6 +28,7 @@ private slots:
 
 private:
     QByteArray resource(LPCWSTR name, LPCWSTR type) const;
+    IMAGE_NT_HEADERS64 headers() const;
 
     const std::wstring path = QStringLiteral(PLUMARA_EXE).toStdWString();
     std::unique_ptr<std::remove_pointer_t<HMODULE>, decltype(&FreeLibrary)> file{nullptr,
@@ -49,20 +52,40 @@ QByteArray TestProgramFile::resource(LPCWSTR name, LPCWSTR type) const
             static_cast<qsizetype>(SizeofResource(file.get(), found))};
 }
 
+/// What the file says of itself at its beginning.
+IMAGE_NT_HEADERS64 TestProgramFile::headers() const
+{
+    IMAGE_NT_HEADERS64 headers = {};
+    QFile bytes(QString::fromStdWString(path));
+    if (!bytes.open(QIODevice::ReadOnly))
+        return headers;
+    const QByteArray head = bytes.read(4096);
+    const auto *const dos = reinterpret_cast<const IMAGE_DOS_HEADER *>(head.constData());
+    std::memcpy(&headers, head.constData() + dos->e_lfanew, sizeof headers);
+    return headers;
+}
+
 void TestProgramFile::itIsAProgramWithWindows()
 {
     DWORD type = 0;
     QVERIFY(GetBinaryTypeW(path.c_str(), &type));
     QCOMPARE(type, static_cast<DWORD>(SCS_64BIT_BINARY));
-
-    QFile bytes(QString::fromStdWString(path));
-    QVERIFY(bytes.open(QIODevice::ReadOnly));
-    const QByteArray head = bytes.read(4096);
-    const auto *const dos = reinterpret_cast<const IMAGE_DOS_HEADER *>(head.constData());
-    const auto *const headers =
-        reinterpret_cast<const IMAGE_NT_HEADERS64 *>(head.constData() + dos->e_lfanew);
     // A console program would open a black window beside its own.
-    QCOMPARE(headers->OptionalHeader.Subsystem, IMAGE_SUBSYSTEM_WINDOWS_GUI);
+    QCOMPARE(headers().OptionalHeader.Subsystem, IMAGE_SUBSYSTEM_WINDOWS_GUI);
+}
+
+void TestProgramFile::itIsProtected()
+{
+    const auto [signature, file, optional] = headers();
+    unsigned int expected = IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE
+        | IMAGE_DLLCHARACTERISTICS_HIGH_ENTROPY_VA | IMAGE_DLLCHARACTERISTICS_NX_COMPAT;
+#ifdef Q_CC_MSVC
+    expected |= IMAGE_DLLCHARACTERISTICS_GUARD_CF;
+#endif
+    QCOMPARE(optional.DllCharacteristics & expected, expected);
+    // Without the list of its addresses, a program lies where it was linked to.
+    QVERIFY(!(file.Characteristics & IMAGE_FILE_RELOCS_STRIPPED));
+    QVERIFY(optional.DataDirectory[IMAGE_DIRECTORY_ENTRY_BASERELOC].Size > 0);
 }
 
 void TestProgramFile::itSaysWhatItIs_data()

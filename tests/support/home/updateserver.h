@@ -16,11 +16,11 @@
 #include <functional>
 
 /// A certificate for a host, signed by an authority of its own; both are made anew with the
-/// openssl command.
+/// openssl command. The certificate is good for a number of days, or ran out so many days ago.
 class TestCertificate
 {
 public:
-    explicit TestCertificate(const QString &host)
+    explicit TestCertificate(const QString &host, int days = 2)
     {
         openssl({"req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2", "-subj",
                  "/CN=Test authority", "-keyout", "ca.key", "-out", "ca.crt"});
@@ -28,7 +28,8 @@ public:
                  "server.key", "-out", "server.csr"});
         write("server.ext", "subjectAltName=DNS:" + host.toUtf8() + '\n');
         openssl({"x509", "-req", "-in", "server.csr", "-CA", "ca.crt", "-CAkey", "ca.key",
-                 "-CAcreateserial", "-days", "2", "-extfile", "server.ext", "-out", "server.crt"});
+                 "-CAcreateserial", "-days", QByteArray::number(days), "-extfile", "server.ext",
+                 "-out", "server.crt"});
     }
 
     QSslCertificate authority() const { return QSslCertificate(read("ca.crt")); }
