@@ -4,6 +4,7 @@
 #include "board/boardwindow.h"
 #include "history/boardsnapshot.h"
 #include "home/mainwindow.h"
+#include "items/resizablepixmapitem.h"
 #include "painting/canvasview.h"
 #include "tests/monkey/logbook.h"
 #include "tests/monkey/promises.h"
@@ -159,12 +160,7 @@ void Monkey::useAnyWindow(QWidget &window, Dice &dice)
         say(u"release "_s + at(place));
         hand.releaseAll(window, place);
     } else if (what < 46) {
-        const int moves = 1 + dice.below(4);
-        for (int i = 0; i < moves; ++i) {
-            const QPoint there = dice.pointIn(window.rect());
-            say(u"move "_s + at(there));
-            hand.move(window, there);
-        }
+        moveAbout(window, dice);
     } else if (what < 52) {
         say(u"double click "_s + at(place));
         hand.doubleClick(window, place);
@@ -191,6 +187,28 @@ void Monkey::useAnyWindow(QWidget &window, Dice &dice)
     } else {
         letTimePass(dice);
     }
+}
+
+void Monkey::moveAbout(QWidget &window, Dice &dice)
+{
+    const auto places = [this] {
+        QList<QRectF> all;
+        const auto items = board() ? canvasOf(*board()).scene()->items() : QList<QGraphicsItem *>();
+        for (const auto *const item : items) {
+            const bool isImage = dynamic_cast<const ResizablePixmapItem *>(item) != nullptr;
+            all << QRectF(item->pos(), isImage ? item->boundingRect().size() : QSizeF());
+        }
+        return all;
+    };
+    const auto before = places();
+    const int moves = 1 + dice.below(4);
+    for (int i = 0; i < moves; ++i) {
+        const QPoint there = dice.pointIn(window.rect());
+        say(u"move "_s + at(there));
+        hand.move(window, there);
+    }
+    if (!hand.held() && places() != before)
+        Logbook::complain(u"nothing follows the pointer without a button"_s);
 }
 
 /// A gesture with a tool, which is not always brought to its end.
@@ -413,11 +431,16 @@ void Monkey::letTimePass(Dice &dice)
     constexpr int times[] = {20, 150, 400, 1000, 3000, 11000};
     const int time = dice.of(times);
     say(u"wait %1"_s.arg(time));
-    if (plan.realTime)
-        QTest::qWait(qMin(time, 300));
-    else
-        VirtualClock::advance(time);
+    pass(time);
     QCoreApplication::processEvents();
+}
+
+void Monkey::pass(int milliseconds) const
+{
+    if (plan.realTime)
+        QTest::qWait(qMin(milliseconds, 300));
+    else
+        VirtualClock::advance(milliseconds);
 }
 
 void Monkey::usePopup(QWidget &popup, Dice &dice)
@@ -465,6 +488,23 @@ void Monkey::useDialog(QWidget &dialog, Dice &dice)
     } else {
         answer(*box, dice);
     }
+}
+
+/// Uses the windows while the program works: nobody hears of it.
+void Monkey::waitForWork(Dice &dice)
+{
+    QWidget &window = board() && board()->isVisible() ? static_cast<QWidget &>(*board()) : *home;
+    const QPoint place = dice.pointIn(window.rect());
+    const int what = dice.below(3);
+    say(u"while it works %1 %2"_s.arg(what).arg(at(place)));
+    if (what == 0)
+        hand.doubleClick(window, place);
+    else if (what == 1)
+        hand.type(window, dice.of(keys));
+    else
+        hand.releaseAll(window, place);
+    constexpr int longer = 90; // ms
+    pass(longer);
 }
 
 /// Of the dialog that tells of progress, which nobody can send away.

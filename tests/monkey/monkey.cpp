@@ -102,7 +102,9 @@ void Monkey::look()
 
 void Monkey::act(Dice &dice)
 {
-    if (auto *const popup = QApplication::activePopupWidget()) {
+    if (QGuiApplication::overrideCursor()) {
+        waitForWork(dice);
+    } else if (auto *const popup = QApplication::activePopupWidget()) {
         usePopup(*popup, dice);
     } else if (auto *const dialog = QApplication::activeModalWidget()) {
         useDialog(*dialog, dice);

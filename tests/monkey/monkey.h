@@ -55,9 +55,11 @@ private:
     void useAnyWindow(QWidget &window, Dice &dice);
     void usePopup(QWidget &popup, Dice &dice);
     void useDialog(QWidget &dialog, Dice &dice);
+    void waitForWork(Dice &dice);
     void waitFor(QWidget &dialog, Dice &dice);
     void answer(QFileDialog &dialog, Dice &dice);
     void answer(QMessageBox &box, Dice &dice);
+    void moveAbout(QWidget &window, Dice &dice);
     void draw(Dice &dice);
     void edit(Dice &dice);
     void chooseTool(Dice &dice);
@@ -70,6 +72,7 @@ private:
     void typeAnything(QWidget &window, Dice &dice);
     void dragAnything(QWidget &window, Dice &dice);
     void letTimePass(Dice &dice);
+    void pass(int milliseconds) const;
     BoardWindow *board() const;
 
     const Plan plan;

@@ -51,14 +51,12 @@ QString itemPromise(const QGraphicsScene &scene)
     return {};
 }
 
-QString grabPromise(const BoardWindow *board)
+QString grabPromise()
 {
     if (QWidget::mouseGrabber())
         return u"nobody holds the mouse without a button"_s;
     if (QWidget::keyboardGrabber())
         return u"nobody holds the keyboard"_s;
-    if (board && canvasOf(*board).scene()->mouseGrabberItem())
-        return u"no item holds the mouse without a button"_s;
     return {};
 }
 
@@ -119,7 +117,7 @@ QString brokenPromise(const Moment &moment)
     const auto *const board = moment.board;
     look(board, [&] { return toolPromise(*board); });
     look(board, [&] { return itemPromise(*canvasOf(*board).scene()); });
-    look(moment.isAtRest && !moment.hand.held(), [&] { return grabPromise(board); });
+    look(moment.isAtRest && !moment.hand.held(), [&] { return grabPromise(); });
     look(moment.isAtRest, [&] { return windowPromise(moment); });
     look(board && moment.isAtRest && moment.isLookedAt, [&] { return boardPromise(*board); });
     return broken;
