@@ -9,7 +9,10 @@
 #include "tests/support/look/canvaspicture.h"
 #include "tests/support/main/registeredtest.h"
 
+#include <QDragEnterEvent>
+#include <QDragLeaveEvent>
 #include <QGraphicsTextItem>
+#include <QMimeData>
 #include <QPushButton>
 #include <QRandomGenerator>
 #include <QScreen>
@@ -92,6 +95,7 @@ private slots:
     void whatHappensAmidAGestureIsSeen();
     void aDeletedArrowLeavesNoHead();
     void anotherTextInTheSamePlaceIsSeen();
+    void whereATextWouldBeDroppedIsSeen();
     void hairlinesVanishWhenErased();
     void anArrowThatEndsFarAwayLooksLikeANearerOne_data();
     void anArrowThatEndsFarAwayLooksLikeANearerOne();
@@ -398,6 +402,31 @@ void TestCanvasPainting::anotherTextInTheSamePlaceIsSeen()
         QCOMPARE(differences(board), QString());
         delete other;
     }
+}
+
+void TestCanvasPainting::whereATextWouldBeDroppedIsSeen()
+{
+    ShownBoard board;
+    auto *const note = new StickyNoteItem;
+    note->setPos(400, 200);
+    board.scene.addItem(note);
+    QCOMPARE(differences(board), QString());
+    const QImage before = canvasOf(board).frame().picture();
+
+    QMimeData text;
+    text.setText(u"idea"_s);
+    const QPoint place = board.pointer.windowPoint({450, 225});
+    QDragEnterEvent enter(place, Qt::CopyAction, &text, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(board.window.windowHandle(), &enter);
+    QDragMoveEvent move(place, Qt::CopyAction, &text, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(board.window.windowHandle(), &move);
+    QCOMPARE(differences(board), QString());
+    QVERIFY(canvasOf(board).frame().picture() != before);
+
+    QDragLeaveEvent leave;
+    QCoreApplication::sendEvent(board.window.windowHandle(), &leave);
+    QCOMPARE(differences(board), QString());
+    QVERIFY(canvasOf(board).frame().picture() == before);
 }
 
 void TestCanvasPainting::hairlinesVanishWhenErased()
