@@ -128,16 +128,11 @@ void Monkey::useHome(Dice &dice)
         litter.spread(homeFolder, dataFolder);
         home->showProjects();
     } else if (what < 71) {
-        // What is in there cannot be deleted.
-        const QString locked = dataFolder + "/cerrada"_L1;
         say(u"lock"_s);
-        if (!QFileInfo::exists(locked))
-            writeFile(locked + "/a"_L1);
-        QFile::setPermissions(locked, QFile::ReadOwner | QFile::ExeOwner);
+        Litter::lock(dataFolder, true);
     } else if (what < 73) {
         say(u"unlock"_s);
-        QFile::setPermissions(dataFolder + "/cerrada"_L1,
-                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        Litter::lock(dataFolder, false);
     } else if (what < 75) {
         callSlot(*home, "deleteAll");
     } else if (what < 76) {
@@ -366,6 +361,9 @@ void Monkey::changeState(QWidget &window, Dice &dice)
     } else if (what < 6) {
         say(u"restore"_s);
         window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+        // The offscreen platform does not always know how large the window was.
+        if (window.windowState() == Qt::WindowNoState && window.windowHandle())
+            window.windowHandle()->resize(window.minimumSize());
     } else if (what < 8) {
         say(u"hide and show"_s);
         window.hide();

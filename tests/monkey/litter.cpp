@@ -114,6 +114,16 @@ Litter::Litter(const QString &sources)
     readAll(sources + "/fuzz/corpus/picture"_L1, u"c-"_s, pictureFiles);
 }
 
+void Litter::lock(const QString &data, bool locked)
+{
+    const QString folder = data + "/cerrada"_L1;
+    if (locked && !QFileInfo::exists(folder))
+        writeFile(folder + "/a"_L1);
+    QFile::setPermissions(folder,
+                          QFile::ReadOwner | QFile::ExeOwner
+                              | (locked ? QFile::Permissions() : QFile::WriteOwner));
+}
+
 void Litter::spread(const QString &home, const QString &data)
 {
     boardPaths.clear();

@@ -19,6 +19,9 @@ public:
     /// written anew.
     void spread(const QString &home, const QString &data);
 
+    /// Puts into the folder \a data, or lets go again, what cannot be deleted.
+    static void lock(const QString &data, bool locked);
+
     /// What may be chosen for opening or saving a board, and for inserting a picture.
     const QStringList &boards() const { return boardPaths; }
     const QStringList &pictures() const { return picturePaths; }

@@ -76,8 +76,9 @@ void Monkey::come()
         comeLater(pause);
         return;
     }
-    if (!actingLevel || loops() > actingLevel)
-        look();
+    look();
+    if (isEnding())
+        return;
     if (isDone() || loops() > deepest) {
         say(u"quit"_s);
         // Asks no window whether it agrees.
@@ -92,10 +93,22 @@ void Monkey::come()
     actingLevel = before;
 }
 
+/// Whether no window is there any more. The program then ends with the next events, or never.
+bool Monkey::isEnding()
+{
+    if (home->isVisible() || (board() && board()->isVisible()) || QGuiApplication::modalWindow())
+        return false;
+    say(u"the last window is gone"_s);
+    constexpr int longEnough = 1000; // ms
+    QTimer::singleShot(longEnough, home,
+                       [] { Logbook::complain(u"the program ends with its last window"_s); });
+    return true;
+}
+
 void Monkey::look()
 {
     const bool isAtRest = loops() == 1 && !QApplication::activePopupWidget();
-    const QString broken = brokenPromise({*home, board(), hand, isAtRest, step % looksEvery == 0});
+    const QString broken = brokenPromise({board(), hand, isAtRest, step % looksEvery == 0});
     if (!broken.isEmpty())
         Logbook::complain(broken);
 }

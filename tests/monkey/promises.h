@@ -6,12 +6,10 @@
 class BoardWindow;
 class CanvasView;
 class Hand;
-class MainWindow;
 
 /// How the program stands after a step.
 struct Moment
 {
-    const MainWindow &home;
     BoardWindow *board; // null when none was made yet
     const Hand &hand;
     bool isAtRest; // no dialog and no menu waits for an answer

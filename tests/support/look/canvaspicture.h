@@ -69,11 +69,13 @@ inline QRegion uncoveredPixels(const CanvasView &view)
     return canvas;
 }
 
-/// How many of the \a pixels differ by more than rounding between the two pictures, by how much and
+constexpr int usualRounding = 6; // of some strokes that cross
+
+/// How many of the \a pixels differ by more than \a rounding between the two pictures, by how much and
 /// where; empty when none does.
-inline QString differences(const QImage &one, const QImage &other, const QRegion &pixels)
+inline QString differences(const QImage &one, const QImage &other, const QRegion &pixels,
+                           int rounding = usualRounding)
 {
-    constexpr int rounding = 6; // of some strokes that cross
     if (one.size() != other.size())
         return QStringLiteral("sizes");
     int most = 0;
@@ -109,10 +111,10 @@ inline QString differences(const QImage &one, const QImage &other, const QRegion
 }
 
 /// The same between what \a view shows and what painting everything anew would show.
-inline QString differences(const CanvasView &view)
+inline QString differences(const CanvasView &view, int rounding = usualRounding)
 {
     // The scene tells its changes first, the view paints them after that.
     QCoreApplication::processEvents();
     QCoreApplication::processEvents();
-    return differences(shownPicture(view), paintedAnew(view), uncoveredPixels(view));
+    return differences(shownPicture(view), paintedAnew(view), uncoveredPixels(view), rounding);
 }
