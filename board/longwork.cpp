@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QEventLoop>
+#include <QMouseEvent>
 #include <QPointer>
 #include <QTimer>
 #include <QWidget>
@@ -88,7 +89,7 @@ public:
     {
         if (event->type() == QEvent::Paint)
             notePaint(watched);
-        if (!isInput(event->type()))
+        if (!isInput(event->type()) || endsWhatBegan(*event))
             return false;
         // Nobody has taken it; to the system, a closing that was taken is the end of the window.
         event->ignore();
@@ -118,6 +119,14 @@ private:
         return window && window->isVisible();
     }
 
+    /// Whether \a event lets go of a button that was held when the work began: whoever got the press has
+    /// to hear of it.
+    bool endsWhatBegan(const QEvent &event) const
+    {
+        return event.type() == QEvent::MouseButtonRelease
+            && heldBefore.testFlag(static_cast<const QMouseEvent &>(event).button());
+    }
+
     void notePaint(const QObject *watched)
     {
         const auto *const widget = qobject_cast<const QWidget *>(watched);
@@ -128,6 +137,7 @@ private:
         painted = nullptr;
     }
 
+    const Qt::MouseButtons heldBefore = QGuiApplication::mouseButtons();
     const QWidget *awaited = nullptr;
     QPointer<QEventLoop> painted; // ends when the awaited window has been painted
 };

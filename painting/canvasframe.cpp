@@ -6,6 +6,7 @@
 
 #include <QElapsedTimer>
 #include <QGraphicsScene>
+#include <QGraphicsTextItem>
 #include <QGraphicsView>
 #include <QPainter>
 #include <QScopedValueRollback>
@@ -227,7 +228,7 @@ QRegion CanvasFrame::follow(const QList<QRectF> &changed)
 
     std::unordered_set<const QGraphicsItem *> wholes;
     painted.reviewChanged(*canvas.scene(), changed, [&](const auto *item) {
-        const bool differs = review(item, differing);
+        const bool differs = review(item, differing) || reviewText(item, differing);
         if (differs) {
             moving.insert(item);
             wholes.insert(item->topLevelItem());
@@ -363,6 +364,18 @@ bool CanvasFrame::review(const QGraphicsItem *item, QRegion &differing)
     const auto children = item->childItems();
     for (const auto *child : children)
         review(child, differing);
+    return true;
+}
+
+/// Takes an item that the scene told of, and that looks as it did, for changed if it is a text: its
+/// cursor is seen without the focus too, where the window is not the active one and where something
+/// may be dropped.
+bool CanvasFrame::reviewText(const QGraphicsItem *item, QRegion &differing) const
+{
+    const auto *const state = painted.find(item);
+    if (!state || !qgraphicsitem_cast<const QGraphicsTextItem *>(item))
+        return false;
+    differing += toPixels(state->area);
     return true;
 }
 

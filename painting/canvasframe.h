@@ -71,6 +71,7 @@ public:
 private:
     void clearPicture();
     bool review(const QGraphicsItem *item, QRegion &differing);
+    bool reviewText(const QGraphicsItem *item, QRegion &differing) const;
     QRegion reviewAll();
     void note(const QGraphicsItem *item, PaintedState state);
     void forget(const QGraphicsItem *item);

@@ -6,19 +6,19 @@
 #include "tests/board/presentation.h"
 #include "tests/board/shownboard.h"
 #include "tests/support/items/strokes.h"
+#include "tests/support/look/canvaspicture.h"
 #include "tests/support/main/registeredtest.h"
 
+#include <QDragEnterEvent>
+#include <QDragLeaveEvent>
 #include <QGraphicsTextItem>
+#include <QMimeData>
 #include <QPushButton>
 #include <QRandomGenerator>
-#include <QScreen>
 #include <QScrollBar>
 #include <QTest>
 
-#include <algorithm>
 #include <cmath>
-#include <cstdlib>
-#include <cstring>
 #include <memory>
 
 using namespace Qt::Literals::StringLiterals;
@@ -30,100 +30,9 @@ CanvasView &canvasOf(const ShownBoard &board)
     return dynamic_cast<CanvasView &>(board.view);
 }
 
-/// What the screen shows where the canvas is. On Windows another window may lie before it, and a
-/// screen of finer pixels cannot be read offscreen; there it is what the view gives to be shown.
-QImage shown(const ShownBoard &board)
-{
-#ifdef Q_OS_WIN
-    return canvasOf(board).frame().picture();
-#else
-    if (board.view.devicePixelRatioF() != 1)
-        return canvasOf(board).frame().picture();
-    const QPoint corner = board.view.viewport()->mapTo(&board.window, QPoint());
-    const QSize size = board.view.viewport()->size();
-    return board.window.screen()
-        ->grabWindow(board.window.winId(), corner.x(), corner.y(), size.width(), size.height())
-        .toImage()
-        .convertToFormat(QImage::Format_RGB32);
-#endif
-}
-
-/// What a view of the toolkit shows that paints everything anew.
-QImage paintedAnew(const ShownBoard &board)
-{
-    QGraphicsView fresh(&board.scene);
-    fresh.setFrameShape(QFrame::NoFrame);
-    fresh.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    fresh.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    fresh.setRenderHints(board.view.renderHints());
-    fresh.setStyleSheet(u"background: white"_s);
-    fresh.setSceneRect(board.view.sceneRect());
-    fresh.setTransform(board.view.transform());
-    fresh.resize(board.view.viewport()->size());
-    fresh.setAttribute(Qt::WA_DontShowOnScreen);
-    fresh.show();
-    const auto scrollLike = [](QScrollBar &bar, const QScrollBar &other) {
-        bar.setRange(other.minimum(), other.maximum());
-        bar.setValue(other.value());
-    };
-    scrollLike(*fresh.horizontalScrollBar(), *board.view.horizontalScrollBar());
-    scrollLike(*fresh.verticalScrollBar(), *board.view.verticalScrollBar());
-    return fresh.viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
-}
-
-/// How many pixels outside of the panels differ by more than rounding, by how much and where; empty
-/// when none does.
 QString differences(const ShownBoard &board)
 {
-    constexpr int rounding = 6; // of some strokes that cross
-    // The scene tells its changes first, the view paints them after that.
-    board.processEvents();
-    board.processEvents();
-    const QImage one = shown(board);
-    const QImage other = paintedAnew(board);
-    if (one.size() != other.size())
-        return u"sizes"_s;
-    QRegion canvas(one.rect());
-    const qreal ratio = board.view.devicePixelRatioF();
-    const auto children =
-        board.view.parentWidget()->findChildren<QWidget *>(Qt::FindDirectChildrenOnly);
-    for (const auto *panel : children) {
-        if (panel != &board.view && panel->isVisible()) {
-            const QRect place = panel->geometry();
-            canvas -= QRect(place.topLeft() * ratio, place.size() * ratio).adjusted(-2, -2, 2, 2);
-        }
-    }
-    int most = 0;
-    int count = 0;
-    QRect where;
-    for (const QRect &part : canvas) {
-        for (int y = part.top(); y <= part.bottom(); ++y) {
-            const auto *const a = reinterpret_cast<const QRgb *>(one.constScanLine(y));
-            const auto *const b = reinterpret_cast<const QRgb *>(other.constScanLine(y));
-            if (std::memcmp(a + part.left(), b + part.left(),
-                            static_cast<size_t>(part.width()) * sizeof(QRgb))
-                == 0)
-                continue;
-            for (int x = part.left(); x <= part.right(); ++x) {
-                const int off = std::max({std::abs(qRed(a[x]) - qRed(b[x])),
-                                          std::abs(qGreen(a[x]) - qGreen(b[x])),
-                                          std::abs(qBlue(a[x]) - qBlue(b[x]))});
-                most = std::max(most, off);
-                if (off > rounding) {
-                    ++count;
-                    where |= QRect(x, y, 1, 1);
-                }
-            }
-        }
-    }
-    if (count == 0)
-        return {};
-    return u"%1 pixels by up to %2 in %3,%4 %5x%6"_s.arg(count)
-        .arg(most)
-        .arg(where.x())
-        .arg(where.y())
-        .arg(where.width())
-        .arg(where.height());
+    return differences(canvasOf(board));
 }
 
 QPainterPath circle(QPointF center, qreal radius, int points)
@@ -183,6 +92,7 @@ private slots:
     void whatHappensAmidAGestureIsSeen();
     void aDeletedArrowLeavesNoHead();
     void anotherTextInTheSamePlaceIsSeen();
+    void whereATextWouldBeDroppedIsSeen();
     void hairlinesVanishWhenErased();
     void anArrowThatEndsFarAwayLooksLikeANearerOne_data();
     void anArrowThatEndsFarAwayLooksLikeANearerOne();
@@ -489,6 +399,31 @@ void TestCanvasPainting::anotherTextInTheSamePlaceIsSeen()
         QCOMPARE(differences(board), QString());
         delete other;
     }
+}
+
+void TestCanvasPainting::whereATextWouldBeDroppedIsSeen()
+{
+    ShownBoard board;
+    auto *const note = new StickyNoteItem;
+    note->setPos(400, 200);
+    board.scene.addItem(note);
+    QCOMPARE(differences(board), QString());
+    const QImage before = canvasOf(board).frame().picture();
+
+    QMimeData text;
+    text.setText(u"idea"_s);
+    const QPoint place = board.pointer.windowPoint({450, 225});
+    QDragEnterEvent enter(place, Qt::CopyAction, &text, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(board.window.windowHandle(), &enter);
+    QDragMoveEvent move(place, Qt::CopyAction, &text, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(board.window.windowHandle(), &move);
+    QCOMPARE(differences(board), QString());
+    QVERIFY(canvasOf(board).frame().picture() != before);
+
+    QDragLeaveEvent leave;
+    QCoreApplication::sendEvent(board.window.windowHandle(), &leave);
+    QCOMPARE(differences(board), QString());
+    QVERIFY(canvasOf(board).frame().picture() == before);
 }
 
 void TestCanvasPainting::hairlinesVanishWhenErased()

@@ -28,6 +28,7 @@ private slots:
     void whatIsPressedMeanwhileIsDropped();
     void whatWaitsAtTheEndIsDropped();
     void theRestOfADroppedPressIsDropped();
+    void whatWasPressedBeforeIsLetGoMeanwhile();
     void theWindowCannotBeClosedMeanwhile();
 
     void openingALargeBoardShowsIt();
@@ -188,6 +189,21 @@ void TestLongWork::theRestOfADroppedPressIsDropped()
     // Whatever is pressed next counts again.
     board.pointer.drag({{250, 250}, {400, 400}});
     QCOMPARE(board.count(), 0);
+}
+
+void TestLongWork::whatWasPressedBeforeIsLetGoMeanwhile()
+{
+    ShownBoard board;
+    board.click("ModoLapiz");
+    board.pointer.press({300, 300});
+    board.pointer.move({320, 310});
+    {
+        const LongWork work(much);
+        board.pointer.release({320, 310});
+    }
+    QVERIFY(!QWidget::mouseGrabber());
+    board.pointer.move({400, 400});
+    QCOMPARE(board.only<FreeDrawItem>()->path(), pathThrough({{300, 300}, {320, 310}}));
 }
 
 void TestLongWork::theWindowCannotBeClosedMeanwhile()

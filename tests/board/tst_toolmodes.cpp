@@ -4,6 +4,7 @@
 #include "items/resizablepixmapitem.h"
 #include "items/stickynoteitem.h"
 #include "tests/board/shownboard.h"
+#include "tests/support/board/toolmodes.h"
 #include "tests/support/dialogs/filedialoganswer.h"
 #include "tests/support/items/strokes.h"
 #include "tests/support/main/registeredtest.h"
@@ -17,41 +18,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-struct Mode
-{
-    const char *button;
-    void (BoardWindow::*slot)();
-    const char16_t *title;
-    Qt::CursorShape cursor;
-};
-
-constexpr Mode modes[] = {
-    {"ModoCursor", &BoardWindow::setCursorMode, u"Orvane Plumara - Modo Pizarra", Qt::ArrowCursor},
-    {"ModoPostIt", &BoardWindow::setPostItMode, u"Orvane Plumara - Modo PostIt de cuadro de texto",
-     Qt::IBeamCursor},
-    {"ModoLapiz", &BoardWindow::setPenMode, u"Orvane Plumara - Modo Lápiz", Qt::CrossCursor},
-    {"ModoLinea", &BoardWindow::setLineMode, u"Orvane Plumara - Modo Linea", Qt::CrossCursor},
-    {"ModoImagen", &BoardWindow::setImageMode, u"Orvane Plumara - Modo Imagen", Qt::BusyCursor},
-    {"ModoBorrador", &BoardWindow::setEraseMode, u"Orvane Plumara - Modo Borrador",
-     Qt::PointingHandCursor},
-};
-
-const Mode &modeOf(const QByteArray &button)
-{
-    return *std::ranges::find_if(modes, [&](const Mode &mode) { return mode.button == button; });
-}
-
-/// The names of the mode buttons that are checked.
-QList<QByteArray> checkedButtons(const ShownBoard &board)
-{
-    QList<QByteArray> names;
-    for (const auto &mode : modes) {
-        if (board.find<QAbstractButton>(mode.button)->isChecked())
-            names << mode.button;
-    }
-    return names;
-}
 
 /// Offers the window's filter a mouse event of the view and returns whether it took it.
 bool takes(ShownBoard &board, QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons buttons)
@@ -118,7 +84,7 @@ void TestToolModes::aModeHasItsTitleCursorAndButton()
 
     QCOMPARE(board.window.windowTitle(), QString::fromUtf16(mode.title));
     QCOMPARE(board.view.cursor().shape(), mode.cursor);
-    QCOMPARE(checkedButtons(board), QList<QByteArray>{mode.button});
+    QCOMPARE(checkedButtons(board.window), QList<QByteArray>{mode.button});
 }
 
 void TestToolModes::aModesCursorShowsAfterThatOfAnItem()
@@ -141,7 +107,7 @@ void TestToolModes::theImageModeLastsWhileItsDialogIsOpen()
     const ModalAnswer<QFileDialog> answer([&](QFileDialog &dialog) {
         title = board.window.windowTitle();
         cursor = board.view.cursor().shape();
-        checked = checkedButtons(board);
+        checked = checkedButtons(board.window);
         dialog.reject();
     });
 
@@ -153,7 +119,7 @@ void TestToolModes::theImageModeLastsWhileItsDialogIsOpen()
     QCOMPARE(checked, QList<QByteArray>{"ModoImagen"});
     QCOMPARE(board.window.windowTitle(), u"Orvane Plumara - Modo Pizarra"_s);
     QCOMPARE(board.view.cursor().shape(), Qt::ArrowCursor);
-    QCOMPARE(checkedButtons(board), QList<QByteArray>{"ModoCursor"});
+    QCOMPARE(checkedButtons(board.window), QList<QByteArray>{"ModoCursor"});
 }
 
 void TestToolModes::choosingAModeAgainKeepsItsButtonPressed_data()
@@ -172,7 +138,7 @@ void TestToolModes::choosingAModeAgainKeepsItsButtonPressed()
     board.click(button);
     board.click(button);
 
-    QCOMPARE(checkedButtons(board), QList<QByteArray>{button});
+    QCOMPARE(checkedButtons(board.window), QList<QByteArray>{button});
     QTEST(board.window.windowTitle(), "title");
 }
 

@@ -1,0 +1,131 @@
+// Comes from a timer, does a step, and looks whether the promises hold.
+#include "tests/monkey/monkey.h"
+
+#include "board/boardwindow.h"
+#include "home/mainwindow.h"
+#include "tests/monkey/logbook.h"
+#include "tests/monkey/promises.h"
+
+#include <QApplication>
+#include <QThread>
+#include <QTimer>
+
+#include <utility>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int usualPause = 5; // ms
+constexpr int deepest = 6; // event loops
+constexpr quint32 looksEvery = 10; // steps
+
+/// How many event loops run inside of each other.
+int loops()
+{
+    return QThread::currentThread()->loopLevel();
+}
+
+} // namespace
+
+Monkey::Monkey(const Plan &whatToDo, Litter &files, QString homePath, QString dataPath)
+    : plan(whatToDo)
+    , litter(files)
+    , homeFolder(std::move(homePath))
+    , dataFolder(std::move(dataPath))
+    , step(whatToDo.first)
+{ }
+
+void Monkey::begin(MainWindow &window)
+{
+    home = &window;
+    actingLevel = 0;
+    say(u"start"_s);
+    comeLater(usualPause);
+}
+
+void Monkey::finish()
+{
+    if (home)
+        hand.releaseAll(*home, {5, 5});
+    home = nullptr;
+}
+
+BoardWindow *Monkey::board() const
+{
+    return home ? home->findChild<BoardWindow *>() : nullptr;
+}
+
+void Monkey::say(const QString &what)
+{
+    Logbook::write(u"%1 %2%3"_s.arg(step).arg(QString(loops(), u'>'), what));
+}
+
+void Monkey::comeLater(int milliseconds)
+{
+    // With the window it goes; a timer for each step, since one in whose handler the program waits does
+    // not come again.
+    QTimer::singleShot(milliseconds, home, [this] { come(); });
+}
+
+void Monkey::come()
+{
+    pause = usualPause;
+    if (actingLevel > 0 && loops() <= actingLevel) {
+        // The step before looks for events and is not done yet.
+        comeLater(pause);
+        return;
+    }
+    look();
+    if (isEnding())
+        return;
+    if (isDone() || loops() > deepest) {
+        say(u"quit"_s);
+        // Asks no window whether it agrees.
+        QCoreApplication::exit();
+        return;
+    }
+    ++step;
+    Dice dice(plan.seed, step);
+    comeLater(pause);
+    const int before = std::exchange(actingLevel, loops());
+    act(dice);
+    actingLevel = before;
+}
+
+/// Whether no window is there any more. The program then ends with the next events, or never.
+bool Monkey::isEnding()
+{
+    if (home->isVisible() || (board() && board()->isVisible()) || QGuiApplication::modalWindow())
+        return false;
+    say(u"the last window is gone"_s);
+    constexpr int longEnough = 1000; // ms
+    QTimer::singleShot(longEnough, home,
+                       [] { Logbook::complain(u"the program ends with its last window"_s); });
+    return true;
+}
+
+void Monkey::look()
+{
+    const bool isAtRest = loops() == 1 && !QApplication::activePopupWidget();
+    const QString broken = brokenPromise({board(), hand, isAtRest, step % looksEvery == 0});
+    if (!broken.isEmpty())
+        Logbook::complain(broken);
+}
+
+void Monkey::act(Dice &dice)
+{
+    if (QGuiApplication::overrideCursor()) {
+        waitForWork(dice);
+    } else if (auto *const popup = QApplication::activePopupWidget()) {
+        usePopup(*popup, dice);
+    } else if (auto *const dialog = QApplication::activeModalWidget()) {
+        useDialog(*dialog, dice);
+    } else {
+        patience = 12;
+        if (board() && board()->isVisible())
+            useBoard(dice);
+        else
+            useHome(dice);
+    }
+}

@@ -1,0 +1,123 @@
+// Looks at the windows and the board for what must never be.
+#include "tests/monkey/promises.h"
+
+#include "board/boardgeometry.h"
+#include "board/boardwindow.h"
+#include "items/boarditems.h"
+#include "painting/canvasview.h"
+#include "tests/monkey/hand.h"
+#include "tests/monkey/savedboard.h"
+#include "tests/support/board/toolmodes.h"
+#include "tests/support/look/canvaspicture.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QGraphicsTextItem>
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Where the toolkit can tell what lies there; it loses what is far away.
+constexpr QRectF nearby = BoardGeometry::board.adjusted(-4000, -4000, 4000, 4000);
+
+QString toolPromise(const BoardWindow &board)
+{
+    const auto checked = checkedButtons(board);
+    if (checked.size() != 1)
+        return u"one tool button is checked, not %1"_s.arg(checked.size());
+    const Mode &mode = modeOf(checked.constFirst());
+    if (board.windowTitle() != QString::fromUtf16(mode.title))
+        return u"the title tells the tool"_s;
+    const auto cursor = canvasOf(board).cursor().shape();
+    if (cursor != mode.cursor)
+        return u"the cursor tells the tool, not %1"_s.arg(cursor);
+    return {};
+}
+
+QString itemPromise(const QGraphicsScene &scene)
+{
+    const auto items = scene.items();
+    for (auto *const item : items) {
+        const bool isBoardItem = visitBoardItem(item, [](const auto &) { });
+        const bool isNoteText = dynamic_cast<QGraphicsTextItem *>(item)
+            && dynamic_cast<StickyNoteItem *>(item->parentItem());
+        if (!isBoardItem && !isNoteText)
+            return u"only known kinds of items lie on the board"_s;
+    }
+    return {};
+}
+
+QString grabPromise()
+{
+    if (QWidget::mouseGrabber())
+        return u"nobody holds the mouse without a button"_s;
+    if (QWidget::keyboardGrabber())
+        return u"nobody holds the keyboard"_s;
+    return {};
+}
+
+QString windowPromise()
+{
+    const auto windows = QApplication::topLevelWidgets();
+    for (const auto *const window : windows) {
+        if (window->isVisible() && qobject_cast<const QDialog *>(window))
+            return u"no dialog is left over"_s;
+    }
+    if (QGuiApplication::overrideCursor())
+        return u"the sign for waiting goes with the work"_s;
+    return {};
+}
+
+bool isEverythingNear(const QGraphicsScene &scene)
+{
+    const auto items = scene.items();
+    return std::ranges::all_of(items, [](const auto *item) {
+        bool isNear = nearby.contains(item->sceneBoundingRect());
+        if (const auto *const stroke = dynamic_cast<const FreeDrawItem *>(item))
+            isNear = isNear && nearby.contains(stroke->path().controlPointRect());
+        if (const auto *const arrow = dynamic_cast<const ArrowLineItem *>(item))
+            isNear = isNear && nearby.contains(arrow->line().p1())
+                && nearby.contains(arrow->line().p2());
+        return isNear;
+    });
+}
+
+QString boardPromise(const BoardWindow &board)
+{
+    auto &canvas = canvasOf(board);
+    const QString loss = lossOf(*canvas.scene());
+    if (!loss.isEmpty())
+        return u"a saved board comes back: "_s + loss;
+    if (!board.isVisible() || board.isMinimized() || !isEverythingNear(*canvas.scene()))
+        return {};
+    // Many strokes cross here, on a board that is not shown in its own size.
+    constexpr int rounding = 12;
+    const QString off = differences(canvas, rounding);
+    return off.isEmpty() ? QString() : u"the canvas shows the board: "_s + off;
+}
+
+} // namespace
+
+CanvasView &canvasOf(const BoardWindow &board)
+{
+    return dynamic_cast<CanvasView &>(*board.findChild<QGraphicsView *>(u"PizarraMain"_s));
+}
+
+QString brokenPromise(const Moment &moment)
+{
+    QString broken;
+    const auto look = [&broken](bool isDue, const auto &promise) {
+        if (isDue && broken.isEmpty())
+            broken = promise();
+    };
+    const auto *const board = moment.board;
+    look(board, [&] { return toolPromise(*board); });
+    look(board, [&] { return itemPromise(*canvasOf(*board).scene()); });
+    look(moment.isAtRest && !moment.hand.held(), [&] { return grabPromise(); });
+    look(moment.isAtRest, [&] { return windowPromise(); });
+    look(board && moment.isAtRest && moment.isLookedAt, [&] { return boardPromise(*board); });
+    return broken;
+}
