@@ -9,9 +9,9 @@
 #include "tests/monkey/logbook.h"
 #include "tests/monkey/promises.h"
 #include "tests/monkey/savedboard.h"
-#include "tests/monkey/virtualclock.h"
 #include "tests/support/board/toolmodes.h"
 #include "tests/support/files/files.h"
+#include "tests/support/system/virtualclock.h"
 
 #include <QApplication>
 #include <QComboBox>

@@ -5,10 +5,10 @@
 #include "tests/monkey/litter.h"
 #include "tests/monkey/logbook.h"
 #include "tests/monkey/monkey.h"
-#include "tests/monkey/virtualclock.h"
 #include "tests/support/system/heapsize.h"
 #include "tests/support/system/limits.h"
 #include "tests/support/system/scratchhome.h"
+#include "tests/support/system/virtualclock.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

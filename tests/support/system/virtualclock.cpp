@@ -1,5 +1,7 @@
 // Stands between the toolkit and the system where the toolkit asks for the time and waits for it.
-#include "tests/monkey/virtualclock.h"
+#include "tests/support/system/virtualclock.h"
+
+#ifdef __linux__
 
 #include <poll.h>
 #include <pthread.h>
@@ -93,3 +95,11 @@ int poll(pollfd *descriptors, nfds_t count, int longest)
 }
 
 } // extern "C"
+
+#else
+
+void VirtualClock::begin() { }
+
+void VirtualClock::advance(int /*milliseconds*/) { }
+
+#endif

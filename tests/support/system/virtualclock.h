@@ -5,7 +5,8 @@
 /// program waits for its next timer, that time has come at once. So what a timer does comes in the same
 /// place of the same run each time, however fast the machine is, and ten seconds take none.
 ///
-/// The rest of the process, and what is asked for the date, go by the system's clock.
+/// The rest of the process, and what is asked for the date, go by the system's clock; and elsewhere than
+/// on Linux everybody does.
 namespace VirtualClock {
 
 /// To be called in the GUI thread.
