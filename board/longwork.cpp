@@ -18,8 +18,7 @@ namespace {
 // before anybody wonders.
 constexpr qint64 much = 500'000; // bytes
 
-constexpr int longestWait = 1000; // ms
-constexpr int longestWaitForFocus = 200; // ms
+constexpr int longestWait = 1000; // ms, for what a busy window manager does late
 
 bool isInput(QEvent::Type type)
 {
@@ -104,7 +103,7 @@ private:
         if (hasFocus())
             return;
         QEventLoop loop;
-        QTimer::singleShot(longestWaitForFocus, &loop, &QEventLoop::quit);
+        QTimer::singleShot(longestWait, &loop, &QEventLoop::quit);
         connect(qGuiApp, &QGuiApplication::focusWindowChanged, &loop, [&loop] {
             if (hasFocus())
                 loop.quit();
