@@ -1,8 +1,8 @@
 # Sourced by the scripts: their options, and the tools and packages that they need, by purpose:
 #   build     the program on Linux
 #   display   a virtual display, and a person's pointer and keys in it
-#   lint      layout and lint, of C++ and of the scripts
-#   test      what the tests and the benchmarks need beside the program
+#   lint      layout and lint, of C++ and of the scripts, and the spelling of Spanish texts
+#   test      what the tests and the benchmarks need beside the program, the page of the guide too
 #   bench     running the benchmarks
 #   fuzz      fuzzing: a compiler with libFuzzer, and what tells where a finding was made
 #   windows   the program for Windows
@@ -19,14 +19,14 @@ declare -A packages=(
     [display]="xvfb openbox xdotool x11-utils x11-xkb-utils imagemagick jq fonts-noto-color-emoji"
     # The version is fixed because every release of clang-format lays some code out differently;
     # 19 is in Debian 12 and 13 alike.
-    [lint]="clang-format-19 clang-tidy-19 shellcheck"
-    [test]="binutils openssl libbenchmark-dev"
+    [lint]="clang-format-19 clang-tidy-19 shellcheck hunspell hunspell-es"
+    [test]="binutils openssl libbenchmark-dev pandoc"
     [bench]="libbenchmark-dev python3"
     # Older ones than 16 do not understand the standard library's ranges.
     [fuzz]="clang-19 libclang-rt-19-dev llvm-19"
     [windows]="g++-mingw-w64-x86-64-posix cmake ninja-build qt6-base-dev qt6-l10n-tools"
     [wine]="wine wine64 fonts-wine fonts-liberation fonts-symbola xauth"
-    [package]="nsis zip"
+    [package]="nsis zip pandoc"
     [art]="librsvg2-bin imagemagick"
     [qt]="dpkg-dev g++ qt6-base-dev qt6-base-dev-tools"
     [debian13]="debootstrap debian-archive-keyring"
@@ -35,13 +35,13 @@ declare -A packages=(
 declare -A commands=(
     [build]="cmake ninja c++"
     [display]="Xvfb openbox xdotool xprop xwininfo setxkbmap convert import jq"
-    [lint]="clang-format-19,clang-format clang-tidy-19,clang-tidy shellcheck"
-    [test]="openssl objdump readelf"
+    [lint]="clang-format-19,clang-format clang-tidy-19,clang-tidy shellcheck hunspell"
+    [test]="openssl objdump readelf pandoc"
     [bench]="python3"
     [fuzz]="clang++-19,clang++"
     [windows]="x86_64-w64-mingw32-g++-posix cmake ninja"
     [wine]="wine wineboot wineserver"
-    [package]="makensis zip"
+    [package]="makensis zip pandoc"
     [art]="rsvg-convert convert"
     [qt]="dpkg-source c++ ninja"
     [debian13]="debootstrap"

@@ -4,12 +4,16 @@
 
 window_area=(0 0 "${window_size[@]}") screen_area=(0 0 "${screen_size[@]}")
 
-# The list shows where the boards are.
-export HOME=/tmp/Ana
-mkdir "$HOME"
-temporary+=("$HOME")
-boards=$HOME/Documents/OrvanePlumara
+# The list shows where the boards are, so the person lives where people do.
+homes=$scratch/homes
+boards=$homes/ana/Documents/OrvanePlumara
 mkdir -p "$boards"
+cat >"$scratch/at-home" <<END
+#!/bin/sh
+exec "$desktop/previews/at-home" "$homes" ana "$program"
+END
+chmod +x "$scratch/at-home"
+program=$scratch/at-home
 
 echo "A lesson"
 empty_board
@@ -98,7 +102,49 @@ present
 take presentacion "${screen_area[@]}"
 end
 
+echo "What a board is made of"
+detail=(60 170 640 360)
+start
+click "${settings_page[@]}"
+take ajustes "${window_area[@]}"
+click "${boards_page[@]}"
+create_board
+click "${note_tool[@]}"
+click 120 200
+click "${cursor_tool[@]}"
+click 180 222
+keys ctrl+a
+write "Tarea para el jueves: traer un frasco limpio con tapa."
+click 600 150
+click 380 330 3
+expect_popup "menu"
+point_at_entry 4 6
+take nota "${detail[@]}" arrow "${pointed[@]}"
+keys Escape
+click "${line_tool[@]}"
+drag 440 300 540 250 640 200
+click 500 270 3
+expect_popup "menu"
+point_at_entry 3 7
+take flecha "${detail[@]}" arrow "${pointed[@]}"
+keys Escape
+click "${close_button[@]}"
+on "$unsaved_title"
+IFS=x read -r width height < <(size_of "$window")
+take pregunta 0 0 "$width" "$height"
+keys Tab space # No
+see_home
+create_board
+convert "$lake" -resize 340 "$scratch/lago.jpg"
+click "${image_tool[@]}"
+choose_file "$image_title" "$scratch/lago.jpg"
+on "$board_title"
+drag 900 540 700 440 310 350
+take imagen "${detail[@]}" arrow 535 456
+keys alt+F4
+ends_with 0
+
 # The pages on which they stand are white as well.
-for name in inicio ayuda pizarra presentacion; do
+for name in inicio ayuda pizarra presentacion ajustes nota flecha imagen pregunta; do
     mogrify -bordercolor '#c2c2c2' -border 1 -strip "$shots/$name.png"
 done

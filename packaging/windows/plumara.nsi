@@ -62,9 +62,9 @@ AllowSkipFiles off
 
 !define MUI_WELCOMEPAGE_TITLE "Instalar ${NAME}"
 !define MUI_WELCOMEPAGE_TEXT "${NAME} es una pizarra para su escritorio: dibuje, anote, señale, \
-agregue imágenes y presente su trabajo en pantalla completa.$\r$\n$\r$\nSe instala solo para su \
-usuario; no necesita permisos de administrador.$\r$\n$\r$\nSi ya tiene ${NAME}, ciérrelo antes de \
-continuar. Sus pizarras se conservan.$\r$\n$\r$\n$_CLICK"
+agregue imágenes y presente su trabajo en pantalla completa.$\r$\n$\r$\nSe instala únicamente \
+para su usuario; no necesita permisos de administrador.$\r$\n$\r$\nSi ya tiene ${NAME}, ciérrelo \
+antes de continuar. Sus pizarras se conservan.$\r$\n$\r$\n$_CLICK"
 !insertmacro MUI_PAGE_WELCOME
 !define MUI_COMPONENTSPAGE_TEXT_TOP "Elija qué desea instalar. $_CLICK"
 !insertmacro MUI_PAGE_COMPONENTS
