@@ -24,18 +24,20 @@ PLACE = ROOT / "build/mutants"
 
 # The tests that see what a room does, those of the room first.
 TESTS_OF_ROOMS = {
-    "app": ["app_tests", "tst_instances"],
+    "app": ["app_tests", "tst_startedprogram", "tst_instances"],
     "board": ["board_tests"],
-    "history": ["history_tests", "board_tests"],
+    "history": ["history_tests"],
     "home": ["home_tests"],
-    "items": ["items_tests", "history_tests", "board_tests"],
+    "items": ["items_tests", "history_tests"],
     "look": ["home_tests", "board_tests"],
     "painting": ["painting_tests", "board_tests"],
-    "storage": ["storage_tests", "board_tests"],
+    "storage": ["storage_tests"],
 }
-# Whose work depends on how fine the pixels are: only they have the tests run at several scales, which
-# take longer than all others.
-SCALED_ROOMS = {"look", "painting"}
+# What looks at every pixel again and again, or at several scales, takes longer than all other tests;
+# so it is left to the rooms whose work it is about.
+PIXEL_TESTS = ("tst_canvaspainting",)
+ROOMS_OF_PIXELS = {"painting"}
+ROOMS_OF_SCALES = {"look", "painting"}
 # A test that takes so many times its normal time, and longer than this many seconds, hangs.
 PATIENCE = 5
 SHORTEST_PATIENCE = 20
@@ -115,8 +117,9 @@ class Workshop:
         return subprocess.run(self.build_command([target]), stdout=subprocess.DEVNULL,
                               stderr=subprocess.DEVNULL, check=False).returncode == 0
 
-    def tests(self, targets):
-        """The tests that CTest knows of these executables, which have to be built."""
+    def tests(self, room):
+        """The tests of the room that CTest knows, by their executables, which have to be built."""
+        targets = TESTS_OF_ROOMS[room]
         listed = json.loads(subprocess.run(
             ["ctest", "--show-only=json-v1"], cwd=self.build_folder, check=True,
             capture_output=True, text=True).stdout)["tests"]
@@ -128,7 +131,8 @@ class Workshop:
                 found[target].append(Test(test["name"], tuple(test["command"]),
                                           tuple(properties.get("ENVIRONMENT", [])),
                                           properties["WORKING_DIRECTORY"]))
-        return found
+        return {target: [test for test in group if concerns(test, room)]
+                for target, group in found.items()}
 
     def measure(self, tests):
         """Notes how long the tests take where nothing is changed. That of an unchanged executable is
@@ -138,25 +142,21 @@ class Workshop:
         for target, group in tests.items():
             digest = hashlib.sha256(Path(group[0].command[0]).read_bytes()).hexdigest()
             if known.get(target, {}).get("digest") != digest:
-                print(f"Measuring: {target}", flush=True)
-                known[target] = {"digest": digest, "times": self.measured(group)}
-                notes.write_text(json.dumps(known))
-            self.times.update(known[target]["times"])
-
-    def measured(self, tests):
-        times = {}
-        for test in tests:
-            begin = time.monotonic()
-            if fails(test, 600):
-                sys.exit(f"mutate: {test.name} fails without a mutant.")
-            times[test.name] = time.monotonic() - begin
-        return times
+                known[target] = {"digest": digest, "times": {}}
+            times = known[target]["times"]
+            for test in group:
+                if test.name not in times:
+                    print(f"Measuring: {test.name}", flush=True)
+                    begin = time.monotonic()
+                    if fails(test, 600):
+                        sys.exit(f"mutate: {test.name} fails without a mutant.")
+                    times[test.name] = time.monotonic() - begin
+                    notes.write_text(json.dumps(known))
+            self.times.update(times)
 
     def in_order(self, tests, file):
         """Those that may fail first come first: of the same name, then what has killed in this file."""
         name = f"tst_{Path(file).stem}"
-        if file.split("/")[0] not in SCALED_ROOMS:
-            tests = [test for test in tests if not test.is_scaled()]
         return sorted(tests, key=lambda test: (test.name != name, -self.killers[file][test.name],
                                                self.times[test.name]))
 
@@ -165,7 +165,7 @@ class Workshop:
         for target in TESTS_OF_ROOMS[mutant.room()]:
             if not self.compiles(target):
                 return "the compiler"
-            for test in self.in_order(tests[target], mutant.file):
+            for test in self.in_order(tests[mutant.room()][target], mutant.file):
                 limit = max(SHORTEST_PATIENCE, PATIENCE * self.times[test.name])
                 if fails(test, limit):
                     self.killers[mutant.file][test.name] += 1
@@ -178,6 +178,11 @@ class Workshop:
 
     def restore(self, file):
         shutil.copy(ROOT / file, self.sources / file)
+
+
+def concerns(test, room):
+    return ((room in ROOMS_OF_SCALES or not test.is_scaled())
+            and (room in ROOMS_OF_PIXELS or not test.name.startswith(PIXEL_TESTS)))
 
 
 def fails(test, limit):
@@ -299,8 +304,9 @@ def main():
     workshop.configure()
     print("Building", flush=True)
     workshop.build(targets or ["plumara_test_main"])
-    tests = workshop.tests(targets)
-    workshop.measure(tests)
+    tests = {room: workshop.tests(room) for room in rooms}
+    for group in tests.values():
+        workshop.measure(group)
     fates = try_mutants(mutants, equals, workshop, tests)
 
     print_table(fates)
