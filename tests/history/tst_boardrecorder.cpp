@@ -88,6 +88,7 @@ private slots:
     void whatHappensByChanceIsRecorded_data();
     void whatHappensByChanceIsRecorded();
     void aTwinOfAnItemIsSeen();
+    void itemsThatComeOneByOneAreRecorded();
     void anotherLevelIsRecorded();
     void manyItemsAtOnceAreRecorded();
     void aMoveOfThePenSharesTheRestOfTheBoard();
@@ -183,6 +184,28 @@ void TestBoardRecorder::aTwinOfAnItemIsSeen()
         board.scene.addItem(note);
         board.processEvents();
         QCOMPARE(board.snapshot.size(), i + 1);
+    }
+    // Of an item without any others on it, the scene tells in one rectangle.
+    for (int i = 3; i < 6; ++i) {
+        addStroke(board.scene, {{100, 100}, {200, 200}});
+        board.processEvents();
+        QCOMPARE(board.snapshot.size(), i + 1);
+    }
+}
+
+void TestBoardRecorder::itemsThatComeOneByOneAreRecorded()
+{
+    RecordedBoard board;
+    for (int i = 0; i < 400; ++i) {
+        const QPointF place(4.0 * i, i);
+        if (i % 2 == 0)
+            addStroke(board.scene, {place, place + QPointF(9, 9)});
+        else
+            board.scene.addItem(new ArrowLineItem(place, place + QPointF(20, 30)));
+        board.processEvents();
+        const BoardSnapshot whole = takeSnapshot(board.scene);
+        QVERIFY2(areTheSame(board.snapshot, whole), qPrintable(QString::number(i)));
+        QVERIFY(snapshotsEqual(board.snapshot, whole));
     }
 }
 

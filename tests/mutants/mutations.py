@@ -352,16 +352,16 @@ def mutations(text):
 
 
 def numbered(text, found):
-    """Tells mutations apart that are said in the same words in the same line."""
+    """Tells mutations of a file apart that are said in the same words."""
     seen = Counter()
     result = []
     for begin, end, replacement, change in found:
         line_begin = text.rfind("\n", 0, begin) + 1
         code = text[line_begin : text.find("\n", begin)].strip()
         line = text.count("\n", 0, begin) + 1
-        seen[line, change] += 1
-        if seen[line, change] > 1:
-            change = f"{change} #{seen[line, change]}"
+        seen[code, change] += 1
+        if seen[code, change] > 1:
+            change = f"{change} #{seen[code, change]}"
         result.append(Mutation(begin, end, replacement, change, line, code))
     return result
 
