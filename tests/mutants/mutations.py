@@ -357,7 +357,7 @@ def numbered(text, found):
     result = []
     for begin, end, replacement, change in found:
         line_begin = text.rfind("\n", 0, begin) + 1
-        code = text[line_begin : text.find("\n", begin)].strip()
+        code = text[line_begin:].partition("\n")[0].strip()
         line = text.count("\n", 0, begin) + 1
         seen[code, change] += 1
         if seen[code, change] > 1:
