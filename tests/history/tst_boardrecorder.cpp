@@ -92,6 +92,7 @@ private slots:
     void anotherLevelIsRecorded();
     void manyItemsAtOnceAreRecorded();
     void aMoveOfThePenSharesTheRestOfTheBoard();
+    void aNewItemSharesTheRestOfTheBoard();
     void aPictureIsNeverCopied();
 };
 
@@ -254,6 +255,23 @@ void TestBoardRecorder::aMoveOfThePenSharesTheRestOfTheBoard()
     QVERIFY(areTheSame(board.snapshot, takeSnapshot(board.scene)));
     QVERIFY(newStates(board.snapshot, before) <= 128);
     QVERIFY(!areSame(board.snapshot.at(0), before.at(0)));
+}
+
+void TestBoardRecorder::aNewItemSharesTheRestOfTheBoard()
+{
+    RecordedBoard board;
+    for (int i = 0; i < 1000; ++i)
+        addStroke(board.scene, {{1.0 * i, 100}, {1.5 * i, 300}});
+    board.processEvents();
+    for (int i = 0; i < 2; ++i) {
+        const BoardSnapshot before = board.snapshot;
+
+        addStroke(board.scene, {{500, 500}, {510.0 + i, 500}});
+        board.processEvents();
+
+        QCOMPARE(board.snapshot.size(), before.size() + 1);
+        QVERIFY(newStates(board.snapshot, before) <= 128);
+    }
 }
 
 void TestBoardRecorder::aPictureIsNeverCopied()
