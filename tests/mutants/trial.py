@@ -22,7 +22,7 @@ from mutations import mutations
 ROOT = Path(__file__).resolve().parents[2]
 PLACE = ROOT / "build/mutants"
 
-# The tests that see what a room does, those of the room first.
+# The tests that see what a room does, those of the room first: executables, or one test of them.
 TESTS_OF_ROOMS = {
     "app": ["app_tests", "tst_startedprogram", "tst_instances"],
     "board": ["board_tests"],
@@ -31,7 +31,7 @@ TESTS_OF_ROOMS = {
     "items": ["items_tests", "history_tests"],
     "look": ["home_tests", "board_tests"],
     "painting": ["painting_tests", "board_tests"],
-    "storage": ["storage_tests"],
+    "storage": ["storage_tests", "board_tests:tst_scarcememory"],
 }
 # What looks at every pixel again and again, or at several scales, takes longer than all other tests;
 # so it is left to the rooms whose work it is about.
@@ -119,11 +119,11 @@ class Workshop:
 
     def tests(self, room):
         """The tests of the room that CTest knows, by their executables, which have to be built."""
-        targets = TESTS_OF_ROOMS[room]
+        names = dict(entry.partition(":")[::2] for entry in TESTS_OF_ROOMS[room])
         listed = json.loads(subprocess.run(
             ["ctest", "--show-only=json-v1"], cwd=self.build_folder, check=True,
             capture_output=True, text=True).stdout)["tests"]
-        found = {target: [] for target in targets}
+        found = {target: [] for target in names}
         for test in listed:
             target = Path(test.get("command", ["none"])[0]).name
             properties = {each["name"]: each["value"] for each in test["properties"]}
@@ -131,7 +131,8 @@ class Workshop:
                 found[target].append(Test(test["name"], tuple(test["command"]),
                                           tuple(properties.get("ENVIRONMENT", [])),
                                           properties["WORKING_DIRECTORY"]))
-        return {target: [test for test in group if concerns(test, room)]
+        return {target: [test for test in group
+                         if concerns(test, room) and names[target] in ("", test.name)]
                 for target, group in found.items()}
 
     def measure(self, tests):
@@ -162,10 +163,10 @@ class Workshop:
 
     def killer(self, mutant, tests):
         """The test that fails with the mutant, "the compiler", or None where nothing tells of it."""
-        for target in TESTS_OF_ROOMS[mutant.room()]:
+        for target, group in tests[mutant.room()].items():
             if not self.compiles(target):
                 return "the compiler"
-            for test in self.in_order(tests[mutant.room()][target], mutant.file):
+            for test in self.in_order(group, mutant.file):
                 limit = max(SHORTEST_PATIENCE, PATIENCE * self.times[test.name])
                 if fails(test, limit):
                     self.killers[mutant.file][test.name] += 1
@@ -296,7 +297,7 @@ def main():
     mutants = sample(mutants, options.sample, options.seed)
     equals = Equals(ROOT)
     rooms = {mutant.room() for mutant in mutants if not equals.has(mutant.file, mutant.mutation)}
-    targets = sorted({target for room in rooms for target in TESTS_OF_ROOMS[room]})
+    targets = sorted({entry.partition(":")[0] for room in rooms for entry in TESTS_OF_ROOMS[room]})
 
     PLACE.mkdir(parents=True, exist_ok=True)
     workshop = Workshop()
