@@ -4,6 +4,7 @@
 #   lint      layout and lint, of C++ and of the scripts, and the spelling of Spanish texts
 #   test      what the tests and the benchmarks need beside the program, the page of the guide too
 #   bench     running the benchmarks
+#   mutants   trying whether the tests notice changed sources
 #   fuzz      fuzzing: a compiler with libFuzzer, and what tells where a finding was made
 #   windows   the program for Windows
 #   wine      running it
@@ -20,8 +21,9 @@ declare -A packages=(
     # The version is fixed because every release of clang-format lays some code out differently;
     # 19 is in Debian 12 and 13 alike.
     [lint]="clang-format-19 clang-tidy-19 shellcheck hunspell hunspell-es"
-    [test]="binutils openssl libbenchmark-dev pandoc"
+    [test]="binutils openssl python3 libbenchmark-dev pandoc"
     [bench]="libbenchmark-dev python3"
+    [mutants]="git"
     # Older ones than 16 do not understand the standard library's ranges.
     [fuzz]="clang-19 libclang-rt-19-dev llvm-19"
     [windows]="g++-mingw-w64-x86-64-posix cmake ninja-build qt6-base-dev qt6-l10n-tools"
@@ -36,8 +38,9 @@ declare -A commands=(
     [build]="cmake ninja c++"
     [display]="Xvfb openbox xdotool xprop xwininfo setxkbmap convert import jq"
     [lint]="clang-format-19,clang-format clang-tidy-19,clang-tidy shellcheck hunspell"
-    [test]="openssl objdump readelf pandoc"
+    [test]="openssl objdump readelf python3 pandoc"
     [bench]="python3"
+    [mutants]="git"
     [fuzz]="clang++-19,clang++"
     [windows]="x86_64-w64-mingw32-g++-posix cmake ninja"
     [wine]="wine wineboot wineserver"

@@ -15,6 +15,22 @@ namespace {
 
 const QString cursorTitle = u"Orvane Plumara - Modo Pizarra"_s;
 
+/// Notes what the pointer does that reaches a widget.
+class PointerNotes : public QObject
+{
+public:
+    explicit PointerNotes(QWidget &widget) { widget.installEventFilter(this); }
+
+    bool eventFilter(QObject * /*watched*/, QEvent *event) override
+    {
+        if (dynamic_cast<QMouseEvent *>(event))
+            types << event->type();
+        return false;
+    }
+
+    QList<QEvent::Type> types;
+};
+
 } // namespace
 
 class TestCanvasInput : public QObject
@@ -41,6 +57,8 @@ private slots:
     void placesFollowTheScrolledView();
     void movesAndReleasesWithoutAPressDoNothing_data();
     void movesAndReleasesWithoutAPressDoNothing();
+    void whatAToolTakesGoesNoFurther_data();
+    void whatAToolTakesGoesNoFurther();
     void drawingLeavesTheBoardsNameAlone();
 };
 
@@ -280,6 +298,27 @@ void TestCanvasInput::movesAndReleasesWithoutAPressDoNothing()
 
     QCOMPARE(board.count(), 0);
     QTEST(board.window.windowTitle(), "title");
+}
+
+void TestCanvasInput::whatAToolTakesGoesNoFurther_data()
+{
+    QTest::addColumn<QList<QEvent::Type>>("left");
+    const QList<QEvent::Type> nothing;
+    QTest::newRow("ModoLapiz") << nothing;
+    QTest::newRow("ModoLinea") << nothing;
+    QTest::newRow("ModoBorrador") << nothing;
+    QTest::newRow("ModoPostIt") << QList{QEvent::MouseMove, QEvent::MouseButtonRelease};
+}
+
+void TestCanvasInput::whatAToolTakesGoesNoFurther()
+{
+    ShownBoard board;
+    board.click(QTest::currentDataTag());
+    const PointerNotes notes(board.window);
+
+    board.quickDrag({500, 300}, {520, 310});
+
+    QTEST(notes.types, "left");
 }
 
 void TestCanvasInput::drawingLeavesTheBoardsNameAlone()

@@ -163,15 +163,17 @@ void TestScarceMemory::gigabytesThatMayBeABoardCannotBeOpened()
 void TestScarceMemory::manyItemsAreOpenedAllOrNotAtAll_data()
 {
     QTest::addColumn<QJsonObject>("item");
-    QTest::newRow("notes") << BoardFile::note(10, 20);
-    QTest::newRow("arrows") << BoardFile::arrow(10, 20, 50, 40);
-    QTest::newRow("strokes") << BoardFile::stroke(10, 20, 50, 40);
+    QTest::addColumn<int>("count");
+    // As many as take some dozens of megabytes.
+    QTest::newRow("notes") << BoardFile::note(10, 20) << 600;
+    QTest::newRow("arrows") << BoardFile::arrow(10, 20, 50, 40) << 6000;
+    QTest::newRow("strokes") << BoardFile::stroke(10, 20, 50, 40) << 6000;
 }
 
 void TestScarceMemory::manyItemsAreOpenedAllOrNotAtAll()
 {
     QFETCH(const QJsonObject, item);
-    constexpr int count = 600;
+    QFETCH(const int, count);
     BoundBoard at;
     QJsonArray items;
     for (int i = 0; i < count; ++i)

@@ -88,9 +88,11 @@ private slots:
     void whatHappensByChanceIsRecorded_data();
     void whatHappensByChanceIsRecorded();
     void aTwinOfAnItemIsSeen();
+    void itemsThatComeOneByOneAreRecorded();
     void anotherLevelIsRecorded();
     void manyItemsAtOnceAreRecorded();
     void aMoveOfThePenSharesTheRestOfTheBoard();
+    void aNewItemSharesTheRestOfTheBoard();
     void aPictureIsNeverCopied();
 };
 
@@ -184,6 +186,28 @@ void TestBoardRecorder::aTwinOfAnItemIsSeen()
         board.processEvents();
         QCOMPARE(board.snapshot.size(), i + 1);
     }
+    // Of an item without any others on it, the scene tells in one rectangle.
+    for (int i = 3; i < 6; ++i) {
+        addStroke(board.scene, {{100, 100}, {200, 200}});
+        board.processEvents();
+        QCOMPARE(board.snapshot.size(), i + 1);
+    }
+}
+
+void TestBoardRecorder::itemsThatComeOneByOneAreRecorded()
+{
+    RecordedBoard board;
+    for (int i = 0; i < 400; ++i) {
+        const QPointF place(4.0 * i, i);
+        if (i % 2 == 0)
+            addStroke(board.scene, {place, place + QPointF(9, 9)});
+        else
+            board.scene.addItem(new ArrowLineItem(place, place + QPointF(20, 30)));
+        board.processEvents();
+        const BoardSnapshot whole = takeSnapshot(board.scene);
+        QVERIFY2(areTheSame(board.snapshot, whole), qPrintable(QString::number(i)));
+        QVERIFY(snapshotsEqual(board.snapshot, whole));
+    }
 }
 
 void TestBoardRecorder::anotherLevelIsRecorded()
@@ -231,6 +255,23 @@ void TestBoardRecorder::aMoveOfThePenSharesTheRestOfTheBoard()
     QVERIFY(areTheSame(board.snapshot, takeSnapshot(board.scene)));
     QVERIFY(newStates(board.snapshot, before) <= 128);
     QVERIFY(!areSame(board.snapshot.at(0), before.at(0)));
+}
+
+void TestBoardRecorder::aNewItemSharesTheRestOfTheBoard()
+{
+    RecordedBoard board;
+    for (int i = 0; i < 1000; ++i)
+        addStroke(board.scene, {{1.0 * i, 100}, {1.5 * i, 300}});
+    board.processEvents();
+    for (int i = 0; i < 2; ++i) {
+        const BoardSnapshot before = board.snapshot;
+
+        addStroke(board.scene, {{500, 500}, {510.0 + i, 500}});
+        board.processEvents();
+
+        QCOMPARE(board.snapshot.size(), before.size() + 1);
+        QVERIFY(newStates(board.snapshot, before) <= 128);
+    }
 }
 
 void TestBoardRecorder::aPictureIsNeverCopied()

@@ -43,6 +43,9 @@ private slots:
     void endPointsAreComparedWithATolerance_data();
     void endPointsAreComparedWithATolerance();
 
+    void everyPlaceIsTheSameToTheLastBit_data();
+    void everyPlaceIsTheSameToTheLastBit();
+
     void strokesAreTheirPathAndColor_data();
     void strokesAreTheirPathAndColor();
     void notesAreTheirColor();
@@ -174,6 +177,31 @@ void TestSnapshotEquality::endPointsAreComparedWithATolerance()
     QCOMPARE(equal(arrow({1, first, 2, 3}), arrow({1, second, 2, 3})), same);
     QCOMPARE(equal(arrow({1, 2, first, 3}), arrow({1, 2, second, 3})), same);
     QCOMPARE(equal(arrow({1, 2, 3, first}), arrow({1, 2, 3, second})), same);
+}
+
+void TestSnapshotEquality::everyPlaceIsTheSameToTheLastBit_data()
+{
+    QTest::addColumn<ItemState>("other");
+    const auto row = [](const char *name, QPointF pos, const QLineF &line) {
+        QTest::newRow(name) << ItemState{u"ArrowLine"_s, pos, line};
+    };
+    constexpr qreal hair = 1e-14;
+    row("x", {5 + hair, 6}, {1, 2, 3, 4});
+    row("y", {5, 6 + hair}, {1, 2, 3, 4});
+    row("x of the start", {5, 6}, {1 + hair, 2, 3, 4});
+    row("y of the start", {5, 6}, {1, 2 + hair, 3, 4});
+    row("x of the end", {5, 6}, {1, 2, 3 + hair, 4});
+    row("y of the end", {5, 6}, {1, 2, 3, 4 + hair});
+}
+
+void TestSnapshotEquality::everyPlaceIsTheSameToTheLastBit()
+{
+    QFETCH(const ItemState, other);
+    const ItemState arrow{u"ArrowLine"_s, {5, 6}, QLineF(1, 2, 3, 4)};
+    QVERIFY(equal(arrow, other));
+    QVERIFY(areSame(arrow, arrow));
+    QVERIFY(!areSame(arrow, other));
+    QVERIFY(!areSame(other, arrow));
 }
 
 void TestSnapshotEquality::strokesAreTheirPathAndColor_data()

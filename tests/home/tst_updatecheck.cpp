@@ -20,6 +20,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QString host = QStringLiteral(PLUMARA_UPDATE_HOST);
+constexpr qsizetype tooLarge = 64 * 1024; // bytes of an answer
 
 QByteArray versionDocument(const QString &version)
 {
@@ -61,6 +62,7 @@ private slots:
     void anEndlessAnswerIsCutOff();
     void aSmallAnswerThatUnpacksToALargeOneIsCutOff();
     void aDocumentOfReasonableSizeIsRead();
+    void aLargerDocumentIsPassedOver();
     void aServerThatNeverAnswersHoldsNothingUp();
     void aServerThatNeverAnswersIsGivenUp();
     void aServerHasHalfAMinuteForItsAnswer();
@@ -371,9 +373,17 @@ void TestUpdateCheck::aSmallAnswerThatUnpacksToALargeOneIsCutOff()
 
 void TestUpdateCheck::aDocumentOfReasonableSizeIsRead()
 {
-    server->answer("200 OK", QByteArray(32 * 1024, ' ') + versionDocument(u"9"_s));
+    server->answer("200 OK", versionDocument(u"9"_s).rightJustified(tooLarge - 1));
     const HomeWindow home;
     QTRY_VERIFY(advisorShown(home));
+}
+
+void TestUpdateCheck::aLargerDocumentIsPassedOver()
+{
+    server->answer("200 OK", versionDocument(u"9"_s).rightJustified(tooLarge));
+    HomeWindow home;
+    QTRY_VERIFY(!server->requests.isEmpty());
+    QVERIFY(staysSilent(home));
 }
 
 void TestUpdateCheck::aServerThatNeverAnswersHoldsNothingUp()

@@ -8,10 +8,12 @@
 #include <QClipboard>
 #include <QFont>
 #include <QGuiApplication>
+#include <QImage>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QUrl>
 
 #include <memory>
 
@@ -33,6 +35,7 @@ private slots:
     void theCutMayHalveAnEmoji();
     void cuttingIsNoEditOfItsOwn();
     void typingOnTheTextAloneIsNotLimited();
+    void aPictureThatATextNamesCannotBeSeen();
     void aNoteWithoutItsTextItemHasNoText();
 };
 
@@ -188,6 +191,19 @@ void TestStickyNoteText::typingOnTheTextAloneIsNotLimited()
     on.canvas.press(Qt::Key_End, Qt::ControlModifier);
     on.canvas.type(u"XYZ"_s);
     QCOMPARE(on.note->getText(), letters(300) + u"XYZ"_s);
+}
+
+void TestStickyNoteText::aPictureThatATextNamesCannotBeSeen()
+{
+    const StickyNoteItem note;
+    for (int i = 0; i < 20; ++i) {
+        // What is left in the memory of an earlier picture is none of it.
+        QImage(1, 1, QImage::Format_ARGB32_Premultiplied).fill(Qt::white);
+        const auto picture =
+            textOf(note)->document()->resource(QTextDocument::ImageResource, QUrl(u"foto.png"_s));
+        QCOMPARE(picture.value<QImage>().size(), QSize(1, 1));
+        QCOMPARE(picture.value<QImage>().pixelColor(0, 0), QColor(Qt::transparent));
+    }
 }
 
 void TestStickyNoteText::aNoteWithoutItsTextItemHasNoText()

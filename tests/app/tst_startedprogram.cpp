@@ -1,5 +1,6 @@
 // The whole program, started inside a test.
 
+#include "app/xr9a1.h"
 #include "tests/support/system/scratchhome.h"
 
 #include <QApplication>
@@ -44,16 +45,29 @@ class TestStartedProgram : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { qAddPreRoutine(planTask); }
+    void initTestCase();
 
+#ifdef Q_OS_WIN
     void itsStyleIsThatOfVista();
+#else
+    void itSpeaksThePersonsLanguage();
+#endif
     void itsBoardsLieInTheDocumentsOfTheProfile();
     void closingTheHomeWindowEndsItWithoutAnError();
+    void besideAnotherItEndsAtOnceWithoutAnError();
 
 private:
     const ScratchHome home;
 };
 
+void TestStartedProgram::initTestCase()
+{
+    qputenv("LC_ALL", "C.UTF-8");
+    qputenv("LANGUAGE", "es_MX");
+    qAddPreRoutine(planTask);
+}
+
+#ifdef Q_OS_WIN
 void TestStartedProgram::itsStyleIsThatOfVista()
 {
     // Whatever else the system, or the person, has set.
@@ -66,6 +80,17 @@ void TestStartedProgram::itsStyleIsThatOfVista()
     qunsetenv("QT_STYLE_OVERRIDE");
     QCOMPARE(style, u"windowsvista"_s);
 }
+#else
+void TestStartedProgram::itSpeaksThePersonsLanguage()
+{
+    QString text;
+    runProgram([&] {
+        text = QCoreApplication::translate("QPlatformTheme", "Cancel");
+        QApplication::closeAllWindows();
+    });
+    QCOMPARE(text, u"Cancelar"_s);
+}
+#endif
 
 void TestStartedProgram::itsBoardsLieInTheDocumentsOfTheProfile()
 {
@@ -87,6 +112,19 @@ void TestStartedProgram::closingTheHomeWindowEndsItWithoutAnError()
         }
     });
     QCOMPARE(titles, QStringList{u"Orvane Plumara - Inicio"_s});
+    QCOMPARE(code, 0);
+}
+
+void TestStartedProgram::besideAnotherItEndsAtOnceWithoutAnError()
+{
+    Xr9A1 other;
+    QVERIFY(!other.isRunning());
+    bool wentOn = false;
+    const int code = runProgram([&] {
+        wentOn = true;
+        QApplication::closeAllWindows();
+    });
+    QVERIFY(!wentOn);
     QCOMPARE(code, 0);
 }
 
