@@ -15,8 +15,10 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDirIterator>
 #include <QFileDialog>
 #include <QImage>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
@@ -47,6 +49,9 @@ constexpr Qt::Key keys[] = {Qt::Key_Tab,       Qt::Key_Tab,    Qt::Key_Backtab, 
                             Qt::Key_Right,     Qt::Key_Up,     Qt::Key_Down,    Qt::Key_Delete,
                             Qt::Key_Backspace, Qt::Key_Home,   Qt::Key_End,     Qt::Key_PageUp,
                             Qt::Key_PageDown,  Qt::Key_Menu,   Qt::Key_F10,     Qt::Key_Alt};
+constexpr const char *interruptions[] = {
+    "undoMode",     "redoMode",     "setCursorMode", "setPostItMode", "setPenMode", "setLineMode",
+    "setEraseMode", "setImageMode", "saveBoard",     "saveBoardAs",   "closeBoard"};
 constexpr Qt::Key lettersWithControl[] = {Qt::Key_A, Qt::Key_C, Qt::Key_V, Qt::Key_X,
                                           Qt::Key_Z, Qt::Key_Y, Qt::Key_S, Qt::Key_Backspace};
 
@@ -86,8 +91,7 @@ void Monkey::useBoard(Dice &dice)
     } else if (what < 62) {
         callSlot(window, "closeBoard");
     } else if (what < 64) {
-        say(u"present"_s);
-        window.findChild<QComboBox *>(u"Presentar"_s)->setCurrentIndex(0);
+        present(dice);
     } else if (what < 66) {
         constexpr const char *slotsOfHome[] = {
             "openProject",        "startProject", "restoreWindow", "showProjects",
@@ -137,6 +141,9 @@ void Monkey::useHome(Dice &dice)
         callSlot(*home, "deleteAll");
     } else if (what < 76) {
         callSlot(*home, "launchUpdater");
+    } else if (what < 80) {
+        say(u"close"_s);
+        closeByFrame(*home);
     } else {
         useAnyWindow(*home, dice);
     }
@@ -215,6 +222,7 @@ void Monkey::draw(Dice &dice)
     const Mode &mode = modeOf(dice.of(tools));
     QPoint place = dice.pointIn(middleOf(*window));
     const bool isEnded = !dice.oneIn(8);
+    const int interruption = dice.oneIn(10) ? dice.below(8) : -1;
     say(u"draw %1 %2%3"_s.arg(QString::fromLatin1(mode.button), at(place),
                               isEnded ? QString() : u"..."_s));
     (window->*mode.slot)();
@@ -223,6 +231,8 @@ void Monkey::draw(Dice &dice)
     for (int i = 0; i < moves && window; ++i) {
         place += dice.pointIn({-60, -50, 130, 110});
         hand.move(*window, place);
+        if (i == interruption)
+            callSlot(*window, dice.of(interruptions));
     }
     if (isEnded && window)
         hand.release(*window, Qt::LeftButton, place);
@@ -315,14 +325,51 @@ void Monkey::goThroughHistory()
     }
 }
 
+/// Saves the board. Its name tells whether that was done; then the file of this name holds what lies on
+/// the board.
 void Monkey::saveBoard(Dice &dice)
 {
     const QPointer<BoardWindow> window(board());
     say(u"save"_s);
+    const auto *const label = window->findChild<QLabel *>(u"NombreProyectoTxt"_s);
+    const QString before = label->text();
+    const QString none = u"?"_s;
+    window->showBoardName(none);
     if (dice.oneIn(2))
         window->saveBoardAs();
     else
         window->saveBoard();
+    if (!window)
+        return;
+    if (label->text() == none)
+        window->showBoardName(before);
+    else if (const QString loss = lossOf(label->text()); !loss.isEmpty())
+        Logbook::complain(u"a saved board is in its file: "_s + loss);
+}
+
+/// How the file \a name, which may lie in several folders, differs from the board.
+QString Monkey::lossOf(const QString &name) const
+{
+    QString loss = u"there is no file "_s + name;
+    QDirIterator files(homeFolder, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext() && !loss.isEmpty()) {
+        const QFileInfo file(files.next());
+        if (file.isFile() && file.fileName() == name)
+            loss = ::lossOf(*canvasOf(*board()).scene(), readFile(file.filePath()));
+    }
+    return loss;
+}
+
+void Monkey::present(Dice &dice)
+{
+    BoardWindow &window = *board();
+    if (window.isFullScreen() && dice.oneIn(2)) {
+        say(u"end presentation"_s);
+        hand.type(window, Qt::Key_Escape);
+    } else {
+        say(u"present"_s);
+        window.findChild<QComboBox *>(u"Presentar"_s)->setCurrentIndex(0);
+    }
 }
 
 /// Clicks any widget that a person could use.
@@ -377,10 +424,17 @@ void Monkey::changeState(QWidget &window, Dice &dice)
         say(u"activate"_s);
         window.raise();
         window.activateWindow();
-    } else if (window.windowHandle()) {
+    } else {
         say(u"close"_s);
-        window.windowHandle()->close();
+        closeByFrame(window);
     }
+}
+
+/// Closes \a window as the button in its frame does.
+void Monkey::closeByFrame(QWidget &window)
+{
+    if (window.windowHandle())
+        window.windowHandle()->close();
 }
 
 void Monkey::typeAnything(QWidget &window, Dice &dice)
@@ -532,9 +586,12 @@ void Monkey::answer(QFileDialog &dialog, Dice &dice)
         say(u"file without a name"_s);
         edit->clear();
         hand.type(dialog, Qt::Key_Return);
-    } else {
+    } else if (what < 9) {
         say(u"file Escape"_s);
         hand.type(dialog, Qt::Key_Escape);
+    } else {
+        say(u"file close"_s);
+        closeByFrame(dialog);
     }
 }
 
@@ -545,6 +602,11 @@ void Monkey::answer(QMessageBox &box, Dice &dice)
         const auto key = dice.of(choices);
         say(u"box key %1"_s.arg(key, 0, 16));
         hand.type(box, key);
+        return;
+    }
+    if (dice.oneIn(8)) {
+        say(u"box close"_s);
+        closeByFrame(box);
         return;
     }
     const auto *const button = dice.of(box.buttons());

@@ -67,9 +67,12 @@ private:
     void callSlot(QObject &object, const char *name);
     void goThroughHistory();
     void saveBoard(Dice &dice);
+    QString lossOf(const QString &name) const;
+    void present(Dice &dice);
     void clickAny(QWidget &window, Dice &dice);
     void clickButton(QWidget &window, const QString &name);
     void changeState(QWidget &window, Dice &dice);
+    static void closeByFrame(QWidget &window);
     void typeAnything(QWidget &window, Dice &dice);
     void dragAnything(QWidget &window, Dice &dice);
     void letTimePass(Dice &dice);
