@@ -489,10 +489,12 @@ void Monkey::letTimePass(Dice &dice)
 
 void Monkey::pass(int milliseconds) const
 {
-    if (plan.realTime)
-        QTest::qWait(qMin(milliseconds, 300));
-    else
+    if (plan.realTime) {
+        constexpr int longest = 300; // ms
+        QTest::qWait(qMin(milliseconds, longest));
+    } else if constexpr (VirtualClock::isThere) {
         VirtualClock::advance(milliseconds);
+    }
 }
 
 void Monkey::usePopup(QWidget &popup, Dice &dice)

@@ -2,7 +2,11 @@
 #include "tests/monkey/litter.h"
 
 #include "tests/support/files/boardfiles.h"
+#ifdef Q_OS_WIN
+#include "tests/support/system/limits.h"
+#else
 #include "tests/support/system/unixfiles.h"
+#endif
 
 #include <QBuffer>
 #include <QDir>
@@ -10,6 +14,7 @@
 #include <QImage>
 
 #include <cmath>
+#include <memory>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -117,11 +122,18 @@ Litter::Litter(const QString &sources)
 void Litter::lock(const QString &data, bool locked)
 {
     const QString folder = data + "/cerrada"_L1;
+    const QString file = folder + "/a"_L1;
     if (locked && !QFileInfo::exists(folder))
-        writeFile(folder + "/a"_L1);
+        writeFile(file);
+#ifdef Q_OS_WIN
+    // A file that another program has open.
+    static std::unique_ptr<UnwritableFile> open;
+    open = locked && QFileInfo::exists(file) ? std::make_unique<UnwritableFile>(file) : nullptr;
+#else
     QFile::setPermissions(folder,
                           QFile::ReadOwner | QFile::ExeOwner
                               | (locked ? QFile::Permissions() : QFile::WriteOwner));
+#endif
 }
 
 void Litter::spread(const QString &home, const QString &data)
@@ -148,8 +160,10 @@ void Litter::spread(const QString &home, const QString &data)
     writeOver(closed, lesson());
     QFile::setPermissions(closed, QFile::ReadOwner);
     const QString pipe = home + "/tubo.vtrz"_L1;
+#ifndef Q_OS_WIN
     if (!QFileInfo::exists(pipe))
         makePipe(pipe);
+#endif
     const QString folder = home + "/carpeta.vtrz"_L1;
     QDir().mkpath(folder);
     boardPaths << closed << pipe << folder << folder + "/dentro"_L1 << home + "/no/hay.vtrz"_L1
