@@ -9,6 +9,7 @@
 #endif
 
 #include <QBuffer>
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QImage>
@@ -91,6 +92,13 @@ void writeOver(const QString &path, const QByteArray &content)
     writeFile(path, content);
 }
 
+void setTime(const QString &path, const QDateTime &time)
+{
+    QFile file(path);
+    if (!file.open(QFile::Append) || !file.setFileTime(time, QFile::FileModificationTime))
+        qFatal("The time of a file cannot be set");
+}
+
 } // namespace
 
 Litter::Litter(const QString &sources)
@@ -151,7 +159,10 @@ void Litter::spread(const QString &home, const QString &data)
     }
     for (int i = 0; i < 3; ++i) {
         const File &file = boardFiles[size_t(i)];
-        writeOver(data + u'/' + file.name + ".vtrz"_L1, file.content);
+        const QString path = data + u'/' + file.name + ".vtrz"_L1;
+        writeOver(path, file.content);
+        // The list of boards goes by the time, which for files that are written at once is sometimes the same.
+        setTime(path, QDateTime({2026, 1, 1}, {12, i}));
     }
 
     // From which the program takes the right to write, the folder in which nothing can be made, the one
