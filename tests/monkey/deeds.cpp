@@ -219,7 +219,8 @@ void Monkey::draw(Dice &dice)
     const QPointer<BoardWindow> window(board());
     constexpr const char *tools[] = {"ModoLapiz",  "ModoLapiz",    "ModoLinea", "ModoLinea",
                                      "ModoPostIt", "ModoBorrador", "ModoCursor"};
-    const Mode &mode = modeOf(dice.of(tools));
+    const QByteArray tool = dice.of(tools);
+    const Mode &mode = modeOf(tool);
     QPoint place = dice.pointIn(middleOf(*window));
     const bool isEnded = !dice.oneIn(8);
     const int interruption = dice.oneIn(10) ? dice.below(8) : -1;

@@ -58,7 +58,8 @@ void VirtualClock::begin()
 {
     timespec time{};
     readSystemClock(CLOCK_MONOTONIC, &time);
-    now = inNanoseconds(time);
+    // The toolkit rounds when its timers are due to parts of a second.
+    now = (time.tv_sec + 1) * second;
     living = pthread_self();
     running = true;
 }
