@@ -57,8 +57,10 @@ constexpr Qt::Key lettersWithControl[] = {Qt::Key_A, Qt::Key_C, Qt::Key_V, Qt::K
 
 Qt::MouseButton anyButton(Dice &dice)
 {
-    const int what = dice.below(10);
-    return what < 7 ? Qt::LeftButton : what < 9 ? Qt::RightButton : Qt::MiddleButton;
+    constexpr Qt::MouseButton buttons[] = {
+        Qt::LeftButton, Qt::LeftButton, Qt::LeftButton,  Qt::LeftButton,  Qt::LeftButton,
+        Qt::LeftButton, Qt::LeftButton, Qt::RightButton, Qt::RightButton, Qt::MiddleButton};
+    return dice.of(buttons);
 }
 
 QRect middleOf(const QWidget &window)
