@@ -215,29 +215,36 @@ void Monkey::moveAbout(QWidget &window, Dice &dice)
         Logbook::complain(u"nothing follows the pointer without a button"_s);
 }
 
-/// A gesture with a tool, which is not always brought to its end.
+/// A gesture with a tool.
 void Monkey::draw(Dice &dice)
 {
-    const QPointer<BoardWindow> window(board());
+    BoardWindow &window = *board();
     constexpr const char *tools[] = {"ModoLapiz",  "ModoLapiz",    "ModoLinea", "ModoLinea",
                                      "ModoPostIt", "ModoBorrador", "ModoCursor"};
     const QByteArray tool = dice.of(tools);
-    const Mode &mode = modeOf(tool);
-    QPoint place = dice.pointIn(middleOf(*window));
-    const bool isEnded = !dice.oneIn(8);
-    const int interruption = dice.oneIn(10) ? dice.below(8) : -1;
-    say(u"draw %1 %2%3"_s.arg(QString::fromLatin1(mode.button), at(place),
-                              isEnded ? QString() : u"..."_s));
-    (window->*mode.slot)();
+    const QPoint place = dice.pointIn(middleOf(window));
+    say(u"draw %1 %2"_s.arg(QString::fromLatin1(tool), at(place)));
+    (window.*modeOf(tool).slot)();
+    drag(place, {-60, -50, 130, 110}, dice);
+}
+
+/// Presses at \a place and moves on from there, each time by as much as \a reach says; sometimes something
+/// comes in between, and not always the button is let go.
+void Monkey::drag(QPoint place, const QRect &reach, Dice &dice)
+{
+    const QPointer<BoardWindow> window(board());
     hand.press(*window, Qt::LeftButton, place);
     const int moves = 1 + dice.below(8);
+    const int interruption = dice.oneIn(10) ? dice.below(moves) : -1;
     for (int i = 0; i < moves && window; ++i) {
-        place += dice.pointIn({-60, -50, 130, 110});
+        place += dice.pointIn(reach);
         hand.move(*window, place);
         if (i == interruption)
             callSlot(*window, dice.of(interruptions));
     }
-    if (isEnded && window)
+    if (dice.oneIn(8))
+        say(u"hold"_s);
+    else if (window)
         hand.release(*window, Qt::LeftButton, place);
 }
 
@@ -254,7 +261,7 @@ void Monkey::edit(Dice &dice)
     const QPointF corner(dice.below(3) * shape.width() / 2, dice.below(3) * shape.height() / 2);
     const QPoint inside =
         canvas.mapFromScene(item->mapToScene(shape.topLeft() + corner * 0.98 + QPointF(1, 1)));
-    QPoint place = canvas.viewport()->mapTo(window, inside);
+    const QPoint place = canvas.viewport()->mapTo(window, inside);
     if (!window->rect().contains(place))
         return;
     if (dice.oneIn(2))
@@ -273,14 +280,7 @@ void Monkey::edit(Dice &dice)
             hand.type(*window, *letter);
     } else {
         say(u"take "_s + at(place));
-        hand.press(*window, Qt::LeftButton, place);
-        const int moves = 1 + dice.below(6);
-        for (int i = 0; i < moves && window; ++i) {
-            place += dice.pointIn({-40, -40, 90, 90});
-            hand.move(*window, place);
-        }
-        if (window && !dice.oneIn(8))
-            hand.release(*window, Qt::LeftButton, place);
+        drag(place, {-40, -40, 90, 90}, dice);
     }
 }
 
@@ -532,6 +532,10 @@ void Monkey::useDialog(QWidget &dialog, Dice &dice)
         say(u"behind the dialog"_s);
         useAnyWindow(behind, dice);
         return;
+    }
+    if (hand.held() && dice.oneIn(2)) {
+        say(u"let go"_s);
+        hand.releaseAll(dialog, {1, 1});
     }
     auto *const files = qobject_cast<QFileDialog *>(&dialog);
     auto *const box = qobject_cast<QMessageBox *>(&dialog);

@@ -62,6 +62,7 @@ private:
     void answer(QMessageBox &box, Dice &dice);
     void moveAbout(QWidget &window, Dice &dice);
     void draw(Dice &dice);
+    void drag(QPoint place, const QRect &reach, Dice &dice);
     void edit(Dice &dice);
     void chooseTool(Dice &dice);
     void callSlot(QObject &object, const char *name);

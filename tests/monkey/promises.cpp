@@ -59,6 +59,16 @@ QString grabPromise()
     return {};
 }
 
+QString dialogPromise()
+{
+    const auto *const popup = QApplication::activePopupWidget();
+    const auto *const window = popup ? popup : QApplication::activeModalWidget();
+    const auto *const grabber = QWidget::mouseGrabber();
+    if (window && grabber && grabber->window() != window)
+        return u"a dialog and a menu hear the mouse"_s;
+    return {};
+}
+
 QString windowPromise()
 {
     const auto windows = QApplication::topLevelWidgets();
@@ -117,6 +127,7 @@ QString brokenPromise(const Moment &moment)
     look(board, [&] { return toolPromise(*board); });
     look(board, [&] { return itemPromise(*canvasOf(*board).scene()); });
     look(moment.isAtRest && !moment.hand.held(), [&] { return grabPromise(); });
+    look(!moment.isAtRest, [&] { return dialogPromise(); });
     look(moment.isAtRest, [&] { return windowPromise(); });
     look(board && moment.isAtRest && moment.isLookedAt, [&] { return boardPromise(*board); });
     return broken;
