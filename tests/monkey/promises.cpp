@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QGraphicsTextItem>
+#include <QTest>
 
 #include <algorithm>
 
@@ -105,7 +106,11 @@ QString boardPromise(const BoardWindow &board)
         return {};
     // Many strokes cross here, on a board that is not shown in its own size.
     constexpr int rounding = 12;
-    const QString off = differences(canvas, rounding);
+    // A window manager takes its time to show a window or to fill the screen with it.
+    constexpr int patience = 3000; // ms
+    QString off;
+    const auto isShown = [&] { return (off = differences(canvas, rounding)).isEmpty(); };
+    (void)QTest::qWaitFor(isShown, patience);
     return off.isEmpty() ? QString() : u"the canvas shows the board: "_s + off;
 }
 
