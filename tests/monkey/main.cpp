@@ -143,7 +143,9 @@ int main(int argc, char **argv)
     if (options.isSet(u"log"_s) && !std::freopen(qPrintable(options.value(u"log"_s)), "w", stderr))
         return EXIT_FAILURE;
     const auto plan = planOf(options);
-    Logbook::begin(u"%1 --seed %2 --steps %3%4"_s.arg(QString::fromLocal8Bit(argv[0]))
+    const QString scale = qEnvironmentVariable("QT_SCALE_FACTOR", u"1"_s);
+    Logbook::begin(u"QT_QPA_PLATFORM=%1 QT_SCALE_FACTOR=%2 %3 --seed %4 --steps %5%6"_s
+                       .arg(QGuiApplication::platformName(), scale, QString::fromLocal8Bit(argv[0]))
                        .arg(plan.seed)
                        .arg(plan.first + plan.count)
                        .arg(plan.first ? u" --from %1"_s.arg(plan.first) : QString()),
