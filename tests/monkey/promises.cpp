@@ -96,13 +96,26 @@ bool isEverythingNear(const QGraphicsScene &scene)
     });
 }
 
+/// Whether a line is no thicker than a pixel: the toolkit paints a piece of such a line here and there a pixel
+/// beside the place that it has in the whole, on any view.
+bool hasHairline(const QGraphicsScene &scene)
+{
+    const auto isHairline = [](const auto *item) { return item && item->pen().widthF() <= 1; };
+    const auto items = scene.items();
+    return std::ranges::any_of(items, [&](const auto *item) {
+        return isHairline(dynamic_cast<const QGraphicsLineItem *>(item))
+            || isHairline(dynamic_cast<const QGraphicsPathItem *>(item));
+    });
+}
+
 QString boardPromise(const BoardWindow &board, bool isRealTime)
 {
     auto &canvas = canvasOf(board);
     const QString loss = lossOf(*canvas.scene());
     if (!loss.isEmpty())
         return u"a saved board comes back: "_s + loss;
-    if (!board.isVisible() || board.isMinimized() || !isEverythingNear(*canvas.scene()))
+    const bool isComparable = isEverythingNear(*canvas.scene()) && !hasHairline(*canvas.scene());
+    if (!board.isVisible() || board.isMinimized() || !isComparable)
         return {};
     // Many strokes cross here, on a board that is not shown in its own size.
     constexpr int rounding = 12;
