@@ -99,9 +99,8 @@ public:
 
     bool isTolerable() const
     {
-        return !growth()
-            || double(*growth())
-            < tolerableGrowth + growthInThousandSteps * (lastSteps - firstSteps) / 1000;
+        const double more = 1.0 * (lastSteps - firstSteps) / 1000;
+        return double(growth().value_or(0)) < tolerableGrowth + growthInThousandSteps * more;
     }
 
 private:
@@ -181,8 +180,8 @@ int main(int argc, char **argv)
         memory.note(monkey.steps());
     }
     Litter::lock(home.dataPath(), false);
-    const QString growth = memory.growth() ? u"%1 KiB more memory"_s.arg(*memory.growth() / 1024)
-                                           : u"memory unknown"_s;
+    const auto more = memory.growth();
+    const QString growth = more ? u"%1 KiB more memory"_s.arg(*more / 1024) : u"memory unknown"_s;
     if (!memory.isTolerable())
         Logbook::complain(u"memory does not grow without end: "_s + growth);
     Logbook::end();
