@@ -15,8 +15,10 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDirIterator>
 #include <QFileDialog>
 #include <QImage>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
@@ -47,13 +49,18 @@ constexpr Qt::Key keys[] = {Qt::Key_Tab,       Qt::Key_Tab,    Qt::Key_Backtab, 
                             Qt::Key_Right,     Qt::Key_Up,     Qt::Key_Down,    Qt::Key_Delete,
                             Qt::Key_Backspace, Qt::Key_Home,   Qt::Key_End,     Qt::Key_PageUp,
                             Qt::Key_PageDown,  Qt::Key_Menu,   Qt::Key_F10,     Qt::Key_Alt};
+constexpr const char *interruptions[] = {
+    "undoMode",     "redoMode",     "setCursorMode", "setPostItMode", "setPenMode", "setLineMode",
+    "setEraseMode", "setImageMode", "saveBoard",     "saveBoardAs",   "closeBoard"};
 constexpr Qt::Key lettersWithControl[] = {Qt::Key_A, Qt::Key_C, Qt::Key_V, Qt::Key_X,
                                           Qt::Key_Z, Qt::Key_Y, Qt::Key_S, Qt::Key_Backspace};
 
 Qt::MouseButton anyButton(Dice &dice)
 {
-    const int what = dice.below(10);
-    return what < 7 ? Qt::LeftButton : what < 9 ? Qt::RightButton : Qt::MiddleButton;
+    constexpr Qt::MouseButton buttons[] = {
+        Qt::LeftButton, Qt::LeftButton, Qt::LeftButton,  Qt::LeftButton,  Qt::LeftButton,
+        Qt::LeftButton, Qt::LeftButton, Qt::RightButton, Qt::RightButton, Qt::MiddleButton};
+    return dice.of(buttons);
 }
 
 QRect middleOf(const QWidget &window)
@@ -86,8 +93,7 @@ void Monkey::useBoard(Dice &dice)
     } else if (what < 62) {
         callSlot(window, "closeBoard");
     } else if (what < 64) {
-        say(u"present"_s);
-        window.findChild<QComboBox *>(u"Presentar"_s)->setCurrentIndex(0);
+        present(dice);
     } else if (what < 66) {
         constexpr const char *slotsOfHome[] = {
             "openProject",        "startProject", "restoreWindow", "showProjects",
@@ -137,6 +143,9 @@ void Monkey::useHome(Dice &dice)
         callSlot(*home, "deleteAll");
     } else if (what < 76) {
         callSlot(*home, "launchUpdater");
+    } else if (what < 80) {
+        say(u"close"_s);
+        closeByFrame(*home);
     } else {
         useAnyWindow(*home, dice);
     }
@@ -206,25 +215,36 @@ void Monkey::moveAbout(QWidget &window, Dice &dice)
         Logbook::complain(u"nothing follows the pointer without a button"_s);
 }
 
-/// A gesture with a tool, which is not always brought to its end.
+/// A gesture with a tool.
 void Monkey::draw(Dice &dice)
 {
-    const QPointer<BoardWindow> window(board());
+    BoardWindow &window = *board();
     constexpr const char *tools[] = {"ModoLapiz",  "ModoLapiz",    "ModoLinea", "ModoLinea",
                                      "ModoPostIt", "ModoBorrador", "ModoCursor"};
-    const Mode &mode = modeOf(dice.of(tools));
-    QPoint place = dice.pointIn(middleOf(*window));
-    const bool isEnded = !dice.oneIn(8);
-    say(u"draw %1 %2%3"_s.arg(QString::fromLatin1(mode.button), at(place),
-                              isEnded ? QString() : u"..."_s));
-    (window->*mode.slot)();
+    const QByteArray tool = dice.of(tools);
+    const QPoint place = dice.pointIn(middleOf(window));
+    say(u"draw %1 %2"_s.arg(QString::fromLatin1(tool), at(place)));
+    (window.*modeOf(tool).slot)();
+    drag(place, {-60, -50, 130, 110}, dice);
+}
+
+/// Presses at \a place and moves on from there, each time by as much as \a reach says; sometimes something
+/// comes in between, and not always the button is let go.
+void Monkey::drag(QPoint place, const QRect &reach, Dice &dice)
+{
+    const QPointer<BoardWindow> window(board());
     hand.press(*window, Qt::LeftButton, place);
     const int moves = 1 + dice.below(8);
+    const int interruption = dice.oneIn(10) ? dice.below(moves) : -1;
     for (int i = 0; i < moves && window; ++i) {
-        place += dice.pointIn({-60, -50, 130, 110});
+        place += dice.pointIn(reach);
         hand.move(*window, place);
+        if (i == interruption)
+            callSlot(*window, dice.of(interruptions));
     }
-    if (isEnded && window)
+    if (dice.oneIn(8))
+        say(u"hold"_s);
+    else if (window)
         hand.release(*window, Qt::LeftButton, place);
 }
 
@@ -241,7 +261,7 @@ void Monkey::edit(Dice &dice)
     const QPointF corner(dice.below(3) * shape.width() / 2, dice.below(3) * shape.height() / 2);
     const QPoint inside =
         canvas.mapFromScene(item->mapToScene(shape.topLeft() + corner * 0.98 + QPointF(1, 1)));
-    QPoint place = canvas.viewport()->mapTo(window, inside);
+    const QPoint place = canvas.viewport()->mapTo(window, inside);
     if (!window->rect().contains(place))
         return;
     if (dice.oneIn(2))
@@ -260,14 +280,7 @@ void Monkey::edit(Dice &dice)
             hand.type(*window, *letter);
     } else {
         say(u"take "_s + at(place));
-        hand.press(*window, Qt::LeftButton, place);
-        const int moves = 1 + dice.below(6);
-        for (int i = 0; i < moves && window; ++i) {
-            place += dice.pointIn({-40, -40, 90, 90});
-            hand.move(*window, place);
-        }
-        if (window && !dice.oneIn(8))
-            hand.release(*window, Qt::LeftButton, place);
+        drag(place, {-40, -40, 90, 90}, dice);
     }
 }
 
@@ -315,14 +328,51 @@ void Monkey::goThroughHistory()
     }
 }
 
+/// Saves the board. Its name tells whether that was done; then the file of this name holds what lies on
+/// the board.
 void Monkey::saveBoard(Dice &dice)
 {
     const QPointer<BoardWindow> window(board());
     say(u"save"_s);
+    const auto *const label = window->findChild<QLabel *>(u"NombreProyectoTxt"_s);
+    const QString before = label->text();
+    const QString none = u"?"_s;
+    window->showBoardName(none);
     if (dice.oneIn(2))
         window->saveBoardAs();
     else
         window->saveBoard();
+    if (!window)
+        return;
+    if (label->text() == none)
+        window->showBoardName(before);
+    else if (const QString loss = lossOf(label->text()); !loss.isEmpty())
+        Logbook::complain(u"a saved board is in its file: "_s + loss);
+}
+
+/// How the file \a name, which may lie in several folders, differs from the board.
+QString Monkey::lossOf(const QString &name) const
+{
+    QString loss = u"there is no file "_s + name;
+    QDirIterator files(homeFolder, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext() && !loss.isEmpty()) {
+        const QFileInfo file(files.next());
+        if (file.isFile() && file.fileName() == name)
+            loss = ::lossOf(*canvasOf(*board()).scene(), readFile(file.filePath()));
+    }
+    return loss;
+}
+
+void Monkey::present(Dice &dice)
+{
+    BoardWindow &window = *board();
+    if (window.isFullScreen() && dice.oneIn(2)) {
+        say(u"end presentation"_s);
+        hand.type(window, Qt::Key_Escape);
+    } else {
+        say(u"present"_s);
+        window.findChild<QComboBox *>(u"Presentar"_s)->setCurrentIndex(0);
+    }
 }
 
 /// Clicks any widget that a person could use.
@@ -377,10 +427,17 @@ void Monkey::changeState(QWidget &window, Dice &dice)
         say(u"activate"_s);
         window.raise();
         window.activateWindow();
-    } else if (window.windowHandle()) {
+    } else {
         say(u"close"_s);
-        window.windowHandle()->close();
+        closeByFrame(window);
     }
+}
+
+/// Closes \a window as the button in its frame does.
+void Monkey::closeByFrame(QWidget &window)
+{
+    if (window.windowHandle())
+        window.windowHandle()->close();
 }
 
 void Monkey::typeAnything(QWidget &window, Dice &dice)
@@ -435,10 +492,12 @@ void Monkey::letTimePass(Dice &dice)
 
 void Monkey::pass(int milliseconds) const
 {
-    if (plan.realTime)
-        QTest::qWait(qMin(milliseconds, 300));
-    else
+    if (plan.realTime) {
+        constexpr int longest = 300; // ms
+        QTest::qWait(qMin(milliseconds, longest));
+    } else if constexpr (VirtualClock::isThere) {
         VirtualClock::advance(milliseconds);
+    }
 }
 
 void Monkey::usePopup(QWidget &popup, Dice &dice)
@@ -473,6 +532,10 @@ void Monkey::useDialog(QWidget &dialog, Dice &dice)
         say(u"behind the dialog"_s);
         useAnyWindow(behind, dice);
         return;
+    }
+    if (hand.held() && dice.oneIn(2)) {
+        say(u"let go"_s);
+        hand.releaseAll(dialog, {1, 1});
     }
     auto *const files = qobject_cast<QFileDialog *>(&dialog);
     auto *const box = qobject_cast<QMessageBox *>(&dialog);
@@ -532,9 +595,12 @@ void Monkey::answer(QFileDialog &dialog, Dice &dice)
         say(u"file without a name"_s);
         edit->clear();
         hand.type(dialog, Qt::Key_Return);
-    } else {
+    } else if (what < 9) {
         say(u"file Escape"_s);
         hand.type(dialog, Qt::Key_Escape);
+    } else {
+        say(u"file close"_s);
+        closeByFrame(dialog);
     }
 }
 
@@ -545,6 +611,11 @@ void Monkey::answer(QMessageBox &box, Dice &dice)
         const auto key = dice.of(choices);
         say(u"box key %1"_s.arg(key, 0, 16));
         hand.type(box, key);
+        return;
+    }
+    if (dice.oneIn(8)) {
+        say(u"box close"_s);
+        closeByFrame(box);
         return;
     }
     const auto *const button = dice.of(box.buttons());

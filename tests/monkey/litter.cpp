@@ -2,14 +2,20 @@
 #include "tests/monkey/litter.h"
 
 #include "tests/support/files/boardfiles.h"
+#ifdef Q_OS_WIN
+#include "tests/support/system/limits.h"
+#else
 #include "tests/support/system/unixfiles.h"
+#endif
 
 #include <QBuffer>
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QImage>
 
 #include <cmath>
+#include <memory>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -86,6 +92,13 @@ void writeOver(const QString &path, const QByteArray &content)
     writeFile(path, content);
 }
 
+void setTime(const QString &path, const QDateTime &time)
+{
+    QFile file(path);
+    if (!file.open(QFile::Append) || !file.setFileTime(time, QFile::FileModificationTime))
+        qFatal("The time of a file cannot be set");
+}
+
 } // namespace
 
 Litter::Litter(const QString &sources)
@@ -117,11 +130,18 @@ Litter::Litter(const QString &sources)
 void Litter::lock(const QString &data, bool locked)
 {
     const QString folder = data + "/cerrada"_L1;
+    const QString file = folder + "/a"_L1;
     if (locked && !QFileInfo::exists(folder))
-        writeFile(folder + "/a"_L1);
+        writeFile(file);
+#ifdef Q_OS_WIN
+    // A file that another program has open.
+    static std::unique_ptr<UnwritableFile> open;
+    open = locked && QFileInfo::exists(file) ? std::make_unique<UnwritableFile>(file) : nullptr;
+#else
     QFile::setPermissions(folder,
                           QFile::ReadOwner | QFile::ExeOwner
                               | (locked ? QFile::Permissions() : QFile::WriteOwner));
+#endif
 }
 
 void Litter::spread(const QString &home, const QString &data)
@@ -139,7 +159,10 @@ void Litter::spread(const QString &home, const QString &data)
     }
     for (int i = 0; i < 3; ++i) {
         const File &file = boardFiles[size_t(i)];
-        writeOver(data + u'/' + file.name + ".vtrz"_L1, file.content);
+        const QString path = data + u'/' + file.name + ".vtrz"_L1;
+        writeOver(path, file.content);
+        // The list of boards goes by the time, which for files that are written at once is sometimes the same.
+        setTime(path, QDateTime({2026, 1, 1}, {12, i}));
     }
 
     // From which the program takes the right to write, the folder in which nothing can be made, the one
@@ -148,8 +171,10 @@ void Litter::spread(const QString &home, const QString &data)
     writeOver(closed, lesson());
     QFile::setPermissions(closed, QFile::ReadOwner);
     const QString pipe = home + "/tubo.vtrz"_L1;
+#ifndef Q_OS_WIN
     if (!QFileInfo::exists(pipe))
         makePipe(pipe);
+#endif
     const QString folder = home + "/carpeta.vtrz"_L1;
     QDir().mkpath(folder);
     boardPaths << closed << pipe << folder << folder + "/dentro"_L1 << home + "/no/hay.vtrz"_L1

@@ -3,7 +3,11 @@
 
 #include <QByteArray>
 
+#ifdef Q_OS_WIN
+#include <io.h>
+#else
 #include <unistd.h>
+#endif
 
 #include <array>
 #include <csignal>
@@ -17,7 +21,13 @@
 namespace {
 
 constexpr size_t lines = 60;
-constexpr unsigned longestStep = 60; // seconds
+#ifdef Q_OS_WIN
+constexpr int crashes[] = {SIGSEGV, SIGFPE, SIGILL};
+constexpr int otherEnds[] = {SIGABRT};
+#else
+constexpr int crashes[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL};
+constexpr int otherEnds[] = {SIGABRT, SIGALRM};
+#endif
 
 std::array<QByteArray, lines> last; // a ring
 size_t next = 0;
@@ -28,8 +38,21 @@ bool isOpen = false;
 void put(const QByteArray &text)
 {
     // Also from a signal handler, where nothing else is allowed.
+#ifdef Q_OS_WIN
+    _write(_fileno(stderr), text.constData(), static_cast<unsigned>(text.size()));
+#else
     [[maybe_unused]] const auto written =
-        ::write(STDERR_FILENO, text.constData(), size_t(text.size()));
+        ::write(fileno(stderr), text.constData(), size_t(text.size()));
+#endif
+}
+
+/// Ends the program when so much time goes by before the next call; 0 is for ever. On Windows, which has no
+/// such alarm, whoever started the program has to.
+void giveTime([[maybe_unused]] unsigned seconds)
+{
+#ifndef Q_OS_WIN
+    alarm(seconds);
+#endif
 }
 
 void tell()
@@ -59,16 +82,17 @@ void Logbook::begin(const QString &replay, bool everything)
 #if defined(__SANITIZE_ADDRESS__)
     __sanitizer_set_death_callback(tell);
 #else
-    for (const int number : {SIGSEGV, SIGBUS, SIGFPE, SIGILL})
+    for (const int number : crashes)
         std::signal(number, tellOfSignal);
 #endif
-    std::signal(SIGABRT, tellOfSignal);
-    std::signal(SIGALRM, tellOfSignal);
+    for (const int number : otherEnds)
+        std::signal(number, tellOfSignal);
 }
 
 void Logbook::write(const QString &line)
 {
-    alarm(longestStep);
+    constexpr unsigned longestStep = 60; // seconds
+    giveTime(longestStep);
     last[next] = line.toUtf8() + '\n';
     if (isTold)
         put(last[next]);
@@ -84,6 +108,6 @@ void Logbook::complain(const QString &promise)
 
 void Logbook::end()
 {
-    alarm(0);
+    giveTime(0);
     isOpen = false;
 }

@@ -99,9 +99,8 @@ public:
 
     bool isTolerable() const
     {
-        return !growth()
-            || double(*growth())
-            < tolerableGrowth + growthInThousandSteps * (lastSteps - firstSteps) / 1000;
+        const double more = 1.0 * (lastSteps - firstSteps) / 1000;
+        return double(growth().value_or(0)) < tolerableGrowth + growthInThousandSteps * more;
     }
 
 private:
@@ -124,6 +123,8 @@ int main(int argc, char **argv)
         qputenv("QT_QPA_PLATFORM",
                 "offscreen:configfile=" PLUMARA_SOURCE_FOLDER "/tests/monkey/screen.json");
     QApplication app(argc, argv);
+    // On Windows the program that looks for an update ends all of this name.
+    QCoreApplication::setApplicationName(u"Plumara"_s);
     QCoreApplication::setAttribute(Qt::AA_Use96Dpi);
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
 
@@ -135,10 +136,15 @@ int main(int argc, char **argv)
     options.addOptions({{u"seed"_s, u"What the dice are thrown with."_s, u"number"_s, u"1"_s},
                         {u"steps"_s, u"The last step."_s, u"number"_s, u"500"_s},
                         {u"from"_s, u"Leaves out the steps up to this one."_s, u"number"_s, u"0"_s},
-                        {u"verbose"_s, u"Tells each step."_s}});
+                        {u"verbose"_s, u"Tells each step."_s},
+                        {u"log"_s, u"Tells it to a file."_s, u"file"_s}});
     options.process(app);
+    if (options.isSet(u"log"_s) && !std::freopen(qPrintable(options.value(u"log"_s)), "w", stderr))
+        return EXIT_FAILURE;
     const auto plan = planOf(options);
-    Logbook::begin(u"%1 --seed %2 --steps %3%4"_s.arg(QString::fromLocal8Bit(argv[0]))
+    const QString scale = qEnvironmentVariable("QT_SCALE_FACTOR", u"1"_s);
+    Logbook::begin(u"QT_QPA_PLATFORM=%1 QT_SCALE_FACTOR=%2 %3 --seed %4 --steps %5%6"_s
+                       .arg(QGuiApplication::platformName(), scale, QString::fromLocal8Bit(argv[0]))
                        .arg(plan.seed)
                        .arg(plan.first + plan.count)
                        .arg(plan.first ? u" --from %1"_s.arg(plan.first) : QString()),
@@ -147,7 +153,9 @@ int main(int argc, char **argv)
     Litter litter(QStringLiteral(PLUMARA_SOURCE_FOLDER));
     // Permissions hold; and another person cannot write where the tests usually do.
     qputenv("TMPDIR", "/tmp");
+#ifndef Q_OS_WIN
     const OrdinaryUser user;
+#endif
     const ScratchHome home;
     const QString temporary = home.path(u"tmp"_s);
     QDir().mkpath(temporary);
@@ -157,8 +165,10 @@ int main(int argc, char **argv)
     QDesktopServices::setUrlHandler(u"https"_s, &browser, "open");
 
     QApplication::setCursorFlashTime(0);
-    if (!plan.realTime)
-        VirtualClock::begin();
+    if constexpr (VirtualClock::isThere) {
+        if (!plan.realTime)
+            VirtualClock::begin();
+    }
     const auto noPages = qScopeGuard([] { QDesktopServices::unsetUrlHandler(u"https"_s); });
     Monkey monkey(plan, litter, home.path(), home.dataPath());
     Memory memory;
@@ -170,13 +180,13 @@ int main(int argc, char **argv)
         memory.note(monkey.steps());
     }
     Litter::lock(home.dataPath(), false);
-    const QString growth = memory.growth() ? u"%1 KiB more memory"_s.arg(*memory.growth() / 1024)
-                                           : u"memory unknown"_s;
+    const auto more = memory.growth();
+    const QString growth = more ? u"%1 KiB more memory"_s.arg(*more / 1024) : u"memory unknown"_s;
     if (!memory.isTolerable())
         Logbook::complain(u"memory does not grow without end: "_s + growth);
     Logbook::end();
-    std::printf("seed %u: %u steps, %d starts, %s\n", plan.seed, monkey.steps(), starts,
-                qPrintable(growth));
+    std::fprintf(stderr, "seed %u: %u steps, %d starts, %s\n", plan.seed, monkey.steps(), starts,
+                 qPrintable(growth));
     return EXIT_SUCCESS;
 }
 

@@ -108,7 +108,8 @@ bool Monkey::isEnding()
 void Monkey::look()
 {
     const bool isAtRest = loops() == 1 && !QApplication::activePopupWidget();
-    const QString broken = brokenPromise({board(), hand, isAtRest, step % looksEvery == 0});
+    const QString broken =
+        brokenPromise({board(), hand, isAtRest, step % looksEvery == 0, plan.realTime});
     if (!broken.isEmpty())
         Logbook::complain(broken);
 }

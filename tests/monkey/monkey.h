@@ -62,14 +62,18 @@ private:
     void answer(QMessageBox &box, Dice &dice);
     void moveAbout(QWidget &window, Dice &dice);
     void draw(Dice &dice);
+    void drag(QPoint place, const QRect &reach, Dice &dice);
     void edit(Dice &dice);
     void chooseTool(Dice &dice);
     void callSlot(QObject &object, const char *name);
     void goThroughHistory();
     void saveBoard(Dice &dice);
+    QString lossOf(const QString &name) const;
+    void present(Dice &dice);
     void clickAny(QWidget &window, Dice &dice);
     void clickButton(QWidget &window, const QString &name);
     void changeState(QWidget &window, Dice &dice);
+    static void closeByFrame(QWidget &window);
     void typeAnything(QWidget &window, Dice &dice);
     void dragAnything(QWidget &window, Dice &dice);
     void letTimePass(Dice &dice);

@@ -14,6 +14,7 @@ struct Moment
     const Hand &hand;
     bool isAtRest; // no dialog and no menu waits for an answer
     bool isLookedAt; // whether the slower looks are due
+    bool isRealTime; // whether the clock goes on while nothing happens
 };
 
 /// The first promise that does not hold; empty when all do.
