@@ -26,8 +26,8 @@ void require(bool isSo, const char *what)
 
 } // namespace
 
-Lesson::Lesson(BoardsHome &whose, int number)
-    : home(whose)
+Lesson::Lesson(BoardsHome &theHome, int number)
+    : home(theHome)
     , boardName(u"clase %1.vtrz"_s.arg(number % kinds + 1))
     , random(static_cast<quint32>(number % kinds))
 { }

@@ -14,8 +14,8 @@ class Lesson
 public:
     static constexpr int minutes = 10;
 
-    /// The lesson \a number of a day at \a home. Those with the same rest by \a kinds are alike.
-    Lesson(BoardsHome &home, int number);
+    /// The lesson \a number of a day at \a theHome. Those with the same rest by \a kinds are alike.
+    Lesson(BoardsHome &theHome, int number);
 
     void give();
 
