@@ -70,6 +70,8 @@ void endWithInput()
 
 Q_COREAPP_STARTUP_FUNCTION(endWithInput)
 
+// The system's headers name the parameters in their own way.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 extern "C" {
 
 int shmget(key_t key, size_t size, int flags) noexcept
@@ -152,4 +154,6 @@ int open64(const char *path, int flags, ...)
         beforeCall();
     return real(&open64, "open64")(path, flags, mode);
 }
-}
+
+} // extern "C"
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)

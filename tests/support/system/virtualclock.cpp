@@ -71,6 +71,8 @@ void VirtualClock::advance(int milliseconds)
     now += milliseconds * millisecond;
 }
 
+// The system's headers name the parameters in their own way.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 // Found before the functions of the C library, by the toolkit's libraries too.
 extern "C" {
 
@@ -96,6 +98,7 @@ int poll(pollfd *descriptors, nfds_t count, int longest)
 }
 
 } // extern "C"
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
 
 #else
 
