@@ -20,6 +20,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 using namespace Qt::Literals::StringLiterals;
@@ -181,7 +182,7 @@ void TestSnapshotEquality::endPointsAreComparedWithATolerance()
 
 void TestSnapshotEquality::everyPlaceIsTheSameToTheLastBit_data()
 {
-    QTest::addColumn<ItemState>("other");
+    QTest::addColumn<ItemState>("nearby");
     const auto row = [](const char *name, QPointF pos, const QLineF &line) {
         QTest::newRow(name) << ItemState{u"ArrowLine"_s, pos, line};
     };
@@ -196,12 +197,12 @@ void TestSnapshotEquality::everyPlaceIsTheSameToTheLastBit_data()
 
 void TestSnapshotEquality::everyPlaceIsTheSameToTheLastBit()
 {
-    QFETCH(const ItemState, other);
+    QFETCH(const ItemState, nearby);
     const ItemState arrow{u"ArrowLine"_s, {5, 6}, QLineF(1, 2, 3, 4)};
-    QVERIFY(equal(arrow, other));
+    QVERIFY(equal(arrow, nearby));
     QVERIFY(areSame(arrow, arrow));
-    QVERIFY(!areSame(arrow, other));
-    QVERIFY(!areSame(other, arrow));
+    QVERIFY(!areSame(arrow, nearby));
+    QVERIFY(!areSame(nearby, arrow));
 }
 
 void TestSnapshotEquality::strokesAreTheirPathAndColor_data()
@@ -389,9 +390,12 @@ void TestSnapshotEquality::fiveThousandStrokesComeBackEqual()
         reversed.append(after.at(i));
     QVERIFY(snapshotsEqual(reversed, before));
 
+    QList<int> order(count);
+    std::iota(order.begin(), order.end(), 0);
+    order.swapItemsAt(2500, 2501);
     BoardSnapshot swapped;
-    for (int i = 0; i < count; ++i)
-        swapped.append(reversed.at(i == 2500 ? 2501 : i == 2501 ? 2500 : i));
+    for (const int i : order)
+        swapped.append(reversed.at(i));
     QVERIFY(!snapshotsEqual(swapped, before));
 }
 

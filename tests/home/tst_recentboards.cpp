@@ -273,6 +273,9 @@ void TestRecentBoards::aRowIsDrawnAsDesigned()
 
 void TestRecentBoards::markupInANameIsShownAsItWasTyped()
 {
+#ifdef Q_OS_WIN
+    QSKIP("No file has such a name here.");
+#endif
     // As markup, both would look the same.
     const auto drawn = [this](const QString &name) {
         const QString path = BoardFile::write(home->boardPath(name), {}, march(5));

@@ -6,10 +6,10 @@
 #include <poll.h>
 #include <pthread.h>
 #include <sys/syscall.h>
-#include <time.h>
 #include <unistd.h>
 
 #include <cstdint>
+#include <ctime>
 
 namespace {
 
