@@ -90,10 +90,15 @@ void Lesson::present()
 
 void Lesson::saveAndClose()
 {
+    changeAndClose(u"Sí"_s);
+}
+
+void Lesson::changeAndClose(const QString &answer)
+{
     drawStrokes(1);
-    const BoxAnswer answer(u"Sí"_s);
+    const BoxAnswer question(answer);
     home.closeBoard();
-    require(answer.seen(), "nobody asked whether to save");
+    require(question.seen(), "nobody asked about the change");
     pass(5 * second);
 }
 
@@ -104,11 +109,7 @@ void Lesson::lookAtAnOldBoard()
     home.clickRow(home.list()->count() - 1);
     pass(20 * second);
     require(home.boardIsOpen() && home.boardItems() > 0, "the old board did not open");
-    drawStrokes(1);
-    const BoxAnswer answer(u"No"_s);
-    home.closeBoard();
-    require(answer.seen(), "nobody asked about the change");
-    pass(5 * second);
+    changeAndClose(u"No"_s);
 }
 
 void Lesson::readHelpAndSettings()

@@ -29,6 +29,8 @@ private:
     void saveAndClose();
     void lookAtAnOldBoard();
     void readHelpAndSettings();
+    /// Closes the board with a change on it; \a answer is the button that is clicked then.
+    void changeAndClose(const QString &answer);
 
     void drawStrokes(int count);
     void writeNotes(int count);
