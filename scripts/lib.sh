@@ -9,9 +9,11 @@
 #   windows   the program for Windows
 #   wine      running it
 #   package   its installer and its ZIP file
+#   deb       the package for a Debian
+#   desktop   what a Debian desktop has: what opens a file by its type, and the checks of its files
 #   art       rendering the pictures
 #   qt        building a Qt for Windows
-#   debian13  making a Debian 13 on another Linux
+#   debian    making a Debian of another version
 # shellcheck shell=bash
 
 # The Debian packages.
@@ -21,7 +23,7 @@ declare -A packages=(
     # The version is fixed because every release of clang-format lays some code out differently;
     # 19 is in Debian 12 and 13 alike.
     [lint]="clang-format-19 clang-tidy-19 shellcheck hunspell hunspell-es"
-    [test]="binutils openssl python3 libbenchmark-dev pandoc"
+    [test]="appstream binutils desktop-file-utils libbenchmark-dev openssl pandoc python3"
     [bench]="libbenchmark-dev python3"
     [mutants]="git"
     # Older ones than 16 do not understand the standard library's ranges.
@@ -29,25 +31,29 @@ declare -A packages=(
     [windows]="g++-mingw-w64-x86-64-posix cmake ninja-build qt6-base-dev qt6-l10n-tools"
     [wine]="wine wine64 fonts-wine fonts-liberation fonts-symbola xauth"
     [package]="nsis zip pandoc"
+    [deb]="dpkg-dev file pandoc"
+    [desktop]="appstream desktop-file-utils libglib2.0-bin procps xdg-utils"
     [art]="librsvg2-bin imagemagick"
     [qt]="dpkg-dev g++ qt6-base-dev qt6-base-dev-tools"
-    [debian13]="debootstrap debian-archive-keyring"
+    [debian]="debootstrap debian-archive-keyring"
 )
 # The commands, for people who install by hand. Of names with a comma between them one is enough.
 declare -A commands=(
     [build]="cmake ninja c++"
     [display]="Xvfb openbox xdotool xprop xwininfo setxkbmap convert import jq"
     [lint]="clang-format-19,clang-format clang-tidy-19,clang-tidy shellcheck hunspell"
-    [test]="openssl objdump readelf python3 pandoc"
+    [test]="appstreamcli desktop-file-validate objdump openssl pandoc python3 readelf"
     [bench]="python3"
     [mutants]="git"
     [fuzz]="clang++-19,clang++"
     [windows]="x86_64-w64-mingw32-g++-posix cmake ninja"
     [wine]="wine wineboot wineserver"
     [package]="makensis zip pandoc"
+    [deb]="dpkg-shlibdeps file pandoc"
+    [desktop]="appstreamcli desktop-file-validate gio pidof xdg-open"
     [art]="rsvg-convert convert"
     [qt]="dpkg-source c++ ninja"
-    [debian13]="debootstrap"
+    [debian]="debootstrap"
 )
 
 # Qt reads file names and texts as UTF-8; a bare system's "C" says nothing of it.
