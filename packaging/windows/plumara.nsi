@@ -33,7 +33,9 @@ RequestExecutionLevel user
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\OrvanePlumara"
 # In the same place: whether the person wanted an icon on the desktop.
 !define DESKTOP_CHOICE "DesktopIcon"
+!define GUIDE "Guia-de-usuario.html"
 !define START_MENU_ICON "$SMPROGRAMS\${NAME}.lnk"
+!define START_MENU_GUIDE "$SMPROGRAMS\Guía de ${NAME}.lnk"
 !define DESKTOP_ICON "$DESKTOP\${NAME}.lnk"
 !define ERROR_SHARING_VIOLATION 32
 
@@ -150,12 +152,12 @@ Section "${NAME}" SectionProgram
     File "/oname=${BOARD_ICON}" "pictures\board.ico"
     WriteUninstaller "$INSTDIR\${UNINSTALLER}"
     CreateShortcut "${START_MENU_ICON}" "$INSTDIR\${PROGRAM}"
+    CreateShortcut "${START_MENU_GUIDE}" "$INSTDIR\${GUIDE}"
 
-    # The program reads no command line, so it gets no file to open: it starts, and the board is
-    # among the recent ones if it lies in their folder.
     WriteRegStr HKCU "${CLASSES}\${BOARD_CLASS}" "" "Pizarra de ${NAME}"
     WriteRegStr HKCU "${CLASSES}\${BOARD_CLASS}\DefaultIcon" "" "$INSTDIR\${BOARD_ICON}"
-    WriteRegStr HKCU "${CLASSES}\${BOARD_CLASS}\shell\open\command" "" '"$INSTDIR\${PROGRAM}"'
+    WriteRegStr HKCU "${CLASSES}\${BOARD_CLASS}\shell\open\command" "" \
+        '"$INSTDIR\${PROGRAM}" "%1"'
     # Another program's claim is left alone.
     ReadRegStr $0 HKCU "${CLASSES}\.vtrz" ""
     ${If} $0 == ""
@@ -183,7 +185,7 @@ SectionEnd
 
 !insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
     !insertmacro MUI_DESCRIPTION_TEXT ${SectionProgram} \
-        "El programa, su entrada en el menú Inicio y el icono de los archivos .vtrz."
+        "El programa y su guía en el menú Inicio, y las pizarras que se abren con doble clic."
     !insertmacro MUI_DESCRIPTION_TEXT ${SectionDesktop} \
         "Un acceso directo a ${NAME} en su escritorio."
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
@@ -218,6 +220,7 @@ Section "Uninstall"
     Delete "$INSTDIR\${UNINSTALLER}"
     RMDir "$INSTDIR"
     Delete "${START_MENU_ICON}"
+    Delete "${START_MENU_GUIDE}"
     ReadRegDWORD $0 HKCU "${UNINSTALL_KEY}" "${DESKTOP_CHOICE}"
     ${If} $0 = 1
         Delete "${DESKTOP_ICON}"

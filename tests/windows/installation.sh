@@ -48,6 +48,8 @@ is_a_page() {
     ((HEIGHT > 300))
 }
 
+is_a_message() { is_shown "$1" && ! is_a_page "$1"; }
+
 # All but the buttons, which also look different while they are pressed.
 page() { cut_out 0 0 490 310 | sha256sum; }
 is_another_page() { [[ $(page) != "$1" ]]; }
@@ -86,9 +88,9 @@ remove_silently() {
     [[ ! -e $program_folder ]] || fail "left in the folder is: $(files_of "$program_folder")"
 }
 
-# make_older_installer <file>: of a version that had a file and a folder that are no more.
-make_older_installer() {
-    local old=$scratch/old
+# make_other_installer <version> <file>: of a version that has a file and a folder that this one has not.
+make_other_installer() {
+    local old=$scratch/$1
     mkdir "$old"
     echo "antes" | tee "$old/Plumara.exe" >"$old/De antes.txt"
     cat >"$old/files.nsh" <<END
@@ -106,7 +108,7 @@ Delete "\$INSTDIR\\Plumara.exe"
 RMDir "\$INSTDIR\\viejo"
 !macroend
 END
-    makensis -V2 -INPUTCHARSET UTF8 -DVERSION=0.9.2025 -DKILOBYTES=1 -DFILES="$old/files.nsh" \
-        -DICON="$here/../../resources/img/orvaneplumaraico.ico" -DOUTPUT="$1" \
+    makensis -V2 -INPUTCHARSET UTF8 -DVERSION="$1" -DKILOBYTES=1 -DFILES="$old/files.nsh" \
+        -DICON="$here/../../resources/img/orvaneplumaraico.ico" -DOUTPUT="$2" \
         "$here/../../packaging/windows/plumara.nsi"
 }
