@@ -4,6 +4,7 @@
 #   lint      layout and lint, of C++ and of the scripts, and the spelling of Spanish texts
 #   test      what the tests and the benchmarks need beside the program, the page of the guide too
 #   bench     running the benchmarks
+#   coverage  counting what the tests reach
 #   mutants   trying whether the tests notice changed sources
 #   fuzz      fuzzing: a compiler with libFuzzer, and what tells where a finding was made
 #   windows   the program for Windows
@@ -25,6 +26,7 @@ declare -A packages=(
     [lint]="clang-format-19 clang-tidy-19 shellcheck hunspell hunspell-es"
     [test]="appstream binutils desktop-file-utils libbenchmark-dev openssl pandoc python3"
     [bench]="libbenchmark-dev python3"
+    [coverage]="gcovr"
     [mutants]="git"
     # Older ones than 16 do not understand the standard library's ranges.
     [fuzz]="clang-19 libclang-rt-19-dev llvm-19"
@@ -44,6 +46,7 @@ declare -A commands=(
     [lint]="clang-format-19,clang-format clang-tidy-19,clang-tidy shellcheck hunspell"
     [test]="appstreamcli desktop-file-validate objdump openssl pandoc python3 readelf"
     [bench]="python3"
+    [coverage]="gcovr gcov"
     [mutants]="git"
     [fuzz]="clang++-19,clang++"
     [windows]="x86_64-w64-mingw32-g++-posix cmake ninja"
