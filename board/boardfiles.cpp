@@ -158,7 +158,8 @@ void BoardWindow::openInstead(const QString &path)
     case Leaving::Stay:
         return;
     case Leaving::Save:
-        // Who is asked because of another board is not leaving: what could not be saved stays.
+        // Quirk: after "Sí" a board that could not be saved gives way to the home window but not to a
+        // board that is named from outside, because who opens another board is not leaving.
         if (!save())
             return;
         break;

@@ -25,6 +25,8 @@ void MainWindow::openWhenQuiet(const QString &boardPath)
 {
     if (boardPath.isEmpty())
         return;
+    // Quirk: of several boards that are named at once only the last is opened, because the program has
+    // one board window.
     arrivedBoard = boardPath;
     quietMoment.await();
 }
@@ -40,6 +42,10 @@ QWidget &MainWindow::shownWindow()
 void MainWindow::openArrivedBoard()
 {
     const QString path = std::exchange(arrivedBoard, {});
+    // Quirk: a board from outside that cannot be opened leads to a board under that file's name only
+    // where none is open, because from here it is opened as from the list, and an open one stays.
+    // Quirk: a board that is named during a presentation is presented, because whoever names a board
+    // wants to see it now, and a presentation goes on with the next board in any case.
     if (&shownWindow() == this)
         openBoard(path);
     else if (!boardWindow->shows(path))
