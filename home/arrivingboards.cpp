@@ -11,9 +11,8 @@
 void MainWindow::answerStart(const QString &boardPath)
 {
     QWidget &window = shownWindow();
-    // The last window has gone, and with it the program goes.
     if (!window.isVisible())
-        return;
+        return; // the last window has gone, and with it the program goes
     bringToFront(window);
     if (auto *const dialog = QApplication::activeModalWidget())
         dialog->activateWindow();
@@ -42,6 +41,8 @@ QWidget &MainWindow::shownWindow()
 void MainWindow::openArrivedBoard()
 {
     const QString path = std::exchange(arrivedBoard, {});
+    if (!shownWindow().isVisible())
+        return;
     // Quirk: a board from outside that cannot be opened leads to a board under that file's name only
     // where none is open, because from here it is opened as from the list, and an open one stays.
     // Quirk: a board that is named during a presentation is presented, because whoever names a board

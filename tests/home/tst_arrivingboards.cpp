@@ -87,6 +87,7 @@ private slots:
     void theBoardComesToTheFront();
     void aPresentationComesBackOnTheFullScreen();
     void theDialogThatIsOpenGetsTheKeyboard();
+    void aProgramThatEndsIsLeftAlone_data();
     void aProgramThatEndsIsLeftAlone();
 
     // The board that was named
@@ -175,13 +176,24 @@ void TestArrivingBoards::theDialogThatIsOpenGetsTheKeyboard()
     QVERIFY(active);
 }
 
+void TestArrivingBoards::aProgramThatEndsIsLeftAlone_data()
+{
+    QTest::addColumn<bool>("calledBefore");
+    QTest::newRow("the board is named before") << true;
+    QTest::newRow("the board is named after that") << false;
+}
+
 void TestArrivingBoards::aProgramThatEndsIsLeftAlone()
 {
+    QFETCH(const bool, calledBefore);
     const QString path = home->board(u"plan.vtrz"_s);
     QGuiApplication::setQuitOnLastWindowClosed(false);
     const auto asEver = qScopeGuard([] { QGuiApplication::setQuitOnLastWindowClosed(true); });
+    if (calledBefore)
+        home->window.answerStart(path);
     home->window.close();
-    home->window.answerStart(path);
+    if (!calledBefore)
+        home->window.answerStart(path);
     QTest::qWait(longEnough);
     QVERIFY(!home->window.isVisible());
     QVERIFY(!home->board());
