@@ -20,10 +20,11 @@ constexpr qsizetype longestPath = 32767 * static_cast<qsizetype>(sizeof(char16_t
 // Programs that were built with another version of the toolkit understand it, too.
 constexpr auto streamVersion = QDataStream::Qt_6_0;
 
-/// Whether a board could have that path.
+/// Whether a board could have that path. What begins with a colon would be something in the program
+/// itself.
 bool isPath(const QString &text)
 {
-    return QDir::isAbsolutePath(text) && !text.contains(QChar::Null);
+    return QDir::isAbsolutePath(text) && !text.startsWith(u':') && !text.contains(QChar::Null);
 }
 
 } // namespace

@@ -53,7 +53,7 @@ bool isPrivate(const QString &folder)
 QString privateFolder()
 {
     // The toolkit's own answer would complain where the system gives none.
-    const QString given = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    QString given = qEnvironmentVariable("XDG_RUNTIME_DIR");
     if (isPrivate(given))
         return given;
     // In the person's home, and not in the temporary folder: there, anybody may have made a folder of

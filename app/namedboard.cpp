@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+using namespace Qt::Literals::StringLiterals;
+
 QString namedBoard(const QStringList &arguments)
 {
     const QStringList names = arguments.mid(1); // the first is the program
@@ -12,5 +14,7 @@ QString namedBoard(const QStringList &arguments)
         names, [](const QString &argument) { return !argument.isEmpty() && argument[0] != u'-'; });
     if (name == names.cend())
         return {};
-    return QDir::current().absoluteFilePath(QDir::fromNativeSeparators(*name));
+    // To the toolkit, a name that begins with a colon is that of something in the program itself.
+    const QString path = name->startsWith(u':') ? u"./"_s + *name : *name;
+    return QDir::current().absoluteFilePath(QDir::fromNativeSeparators(path));
 }

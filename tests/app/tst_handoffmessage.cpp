@@ -106,6 +106,7 @@ void TestHandoffMessage::everythingElseIsForeign_data()
     QTest::newRow("two bytes too long") << message(2 * (longestName + 1));
     QTest::newRow("half a letter") << message(3, "/ab");
     QTest::newRow("a name from some folder") << message(4, QByteArray("\0p\0q", 4));
+    QTest::newRow("a resource of the program") << message(6, QByteArray("\0:\0/\0q", 6));
     QTest::newRow("a name with an end in its middle") << message(6, QByteArray("\0/\0\0\0q", 6));
 }
 

@@ -62,6 +62,8 @@ void TestNamedBoard::aPathGoesTheWayThatItSays()
 void TestNamedBoard::whatIsNoBoardIsTakenAsAName()
 {
     const QString odd = u"a:b?\n\U0001F600 \"'&%20"_s;
+    const QString resource = u":/img/menuhelp.png"_s;
+    QCOMPARE(namedBoard({u"Plumara"_s, resource}), QDir::currentPath() + u"/./"_s + resource);
     QCOMPARE(namedBoard({u"Plumara"_s, odd}), QDir::current().absoluteFilePath(odd));
 }
 
