@@ -1,4 +1,6 @@
-// Starts the program: style, guard, translation, home window.
+// Starts the program: style, guard, translation, home window, and the board that was named.
+#include "app/handoff.h"
+#include "app/namedboard.h"
 #include "app/runninginstance.h"
 #include "app/translation.h"
 #include "app/xr9a1.h"
@@ -16,11 +18,15 @@ int main(int argc, char *argv[])
     // Null where the platform has no such style; the toolkit's default stays then.
     QApplication::setStyle(QStyleFactory::create(u"WindowsVista"_s));
 
+    const QString board = namedBoard(QApplication::arguments());
+
     Xr9A1 guard;
     if (guard.isRunning()) {
         notifyRunningInstance();
+        handOff(board);
         return 0;
     }
+    const HandoffListener listener; // as early as can be: others may be on their way
 
     QTranslator translator;
     const QStringList languages = systemLanguages();
@@ -29,5 +35,7 @@ int main(int argc, char *argv[])
     MainWindow window(nullptr);
     window.setFocusPolicy(Qt::NoFocus);
     window.show();
+    QObject::connect(&listener, &HandoffListener::startedAgain, &window, &MainWindow::answerStart);
+    window.openWhenQuiet(board);
     return QApplication::exec();
 }

@@ -1,4 +1,4 @@
-// What a second instance does before it ends: it asks its own active window, and it has none.
+// What a second instance does first of all: it asks its own active window, and it has none.
 #include "app/runninginstance.h"
 
 #include "app/processlock.h"

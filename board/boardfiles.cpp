@@ -36,6 +36,17 @@ void watch(QGraphicsItem *item, BoardWindow *window)
 
 void BoardWindow::saveBoardAs()
 {
+    saveElsewhere();
+}
+
+void BoardWindow::saveBoard()
+{
+    save();
+}
+
+/// Asks for a file name and saves the board there. Returns whether it is saved, as the next two do.
+bool BoardWindow::saveElsewhere()
+{
     // Quirk: the dialogs for saving and for opening name the same files differently, because each
     // has its own filter text, "Orvane Plumara (*.vtrz)" and "Pizarra de Plumara (*.vtrz)".
     // Quirk: the dialog for saving starts in the home folder and not among the recent boards,
@@ -43,7 +54,7 @@ void BoardWindow::saveBoardAs()
     QString path = QFileDialog::getSaveFileName(this, u"Guardar proyecto como"_s, QDir::homePath(),
                                                 u"Orvane Plumara (*.vtrz)"_s);
     if (path.isEmpty())
-        return;
+        return false;
     // Quirk: "plan.VTRZ" is saved as "plan.VTRZ.vtrz", because the extension is compared exactly,
     // so that every board that the program names ends in the same letters.
     // Quirk: a completed name replaces a file of that name without a question, because the dialog
@@ -51,18 +62,15 @@ void BoardWindow::saveBoardAs()
     const QString extension = u".vtrz"_s;
     if (!path.endsWith(extension))
         path += extension;
-    writeBoardFile(path, true);
+    return writeBoardFile(path, true);
 }
 
-void BoardWindow::saveBoard()
+bool BoardWindow::save()
 {
-    if (currentFilePath.isEmpty())
-        saveBoardAs();
-    else
-        writeBoardFile(currentFilePath, false);
+    return currentFilePath.isEmpty() ? saveElsewhere() : writeBoardFile(currentFilePath, false);
 }
 
-void BoardWindow::writeBoardFile(const QString &path, bool adoptPath)
+bool BoardWindow::writeBoardFile(const QString &path, bool adoptPath)
 {
     std::optional<LongWork> work;
     QByteArray document;
@@ -77,10 +85,10 @@ void BoardWindow::writeBoardFile(const QString &path, bool adoptPath)
     switch (writing) {
     case BoardFileWriting::CannotOpen:
         warn(u"No se pudo guardar el archivo."_s);
-        return;
+        return false;
     case BoardFileWriting::WriteFailed:
         warn(u"Error al escribir en el archivo."_s);
-        return;
+        return false;
     case BoardFileWriting::Written:
         break;
     }
@@ -89,14 +97,16 @@ void BoardWindow::writeBoardFile(const QString &path, bool adoptPath)
         currentFilePath = path;
     setUnsaved(false);
     showBoardName(QFileInfo(path).fileName());
+    return true;
 }
 
-void BoardWindow::loadBoard(const QString &path)
+/// The items of the board file \a path; nothing, after a warning, where there is no board in it.
+std::optional<BoardWindow::Items> BoardWindow::readBoard(const QString &path)
 {
     const LongWork work(QFileInfo(path).size());
     // Of a board that does not fit into memory, this is all that becomes of it.
     auto status = BoardFileContents::Status::CannotOpen;
-    std::vector<std::unique_ptr<QGraphicsItem>> items;
+    Items items;
     fitsInMemory([&] {
         BoardFileContents contents = readDocument(path);
         items = itemsOf(std::move(contents.document));
@@ -105,14 +115,22 @@ void BoardWindow::loadBoard(const QString &path)
     switch (status) {
     case BoardFileContents::Status::CannotOpen:
         warn(u"No se pudo abrir el archivo."_s);
-        return;
+        return std::nullopt;
     case BoardFileContents::Status::NoBoard:
         warn(u"El archivo no tiene un formato válido."_s);
-        return;
+        return std::nullopt;
     case BoardFileContents::Status::Read:
         break;
     }
+    return items;
+}
 
+void BoardWindow::loadBoard(const QString &path)
+{
+    const LongWork work(QFileInfo(path).size());
+    auto items = readBoard(path);
+    if (!items)
+        return;
     // Quirk: opening a board keeps the tool that was chosen, because the tool belongs to the hand
     // and not to the board.
     // Only now that the document is accepted, and its items are there, does the present board go.
@@ -121,7 +139,7 @@ void BoardWindow::loadBoard(const QString &path)
     scene->clear();
     // Quirk: among items of one kind, the topmost of a saved board is the lowest of the opened one,
     // because a file lists the topmost first and each item goes on top of those before it.
-    for (auto &item : items) {
+    for (auto &item : *items) {
         watch(item.get(), this);
         scene->addItem(item.release());
     }
@@ -129,4 +147,31 @@ void BoardWindow::loadBoard(const QString &path)
     currentFilePath = path;
     setUnsaved(false);
     showBoardName(QFileInfo(path).fileName());
+}
+
+void BoardWindow::openInstead(const QString &path)
+{
+    // Before anybody is asked for the present board: what is no board does not take its place.
+    if (!readBoard(path))
+        return;
+    switch (askHowToLeave()) {
+    case Leaving::Stay:
+        return;
+    case Leaving::Save:
+        // Quirk: after "Sí" a board that could not be saved gives way to the home window but not to a
+        // board that is named from outside, because who opens another board is not leaving.
+        if (!save())
+            return;
+        break;
+    case Leaving::Discard:
+        break;
+    }
+    // Once more from the file, in which the present board may just have been saved.
+    loadBoard(path);
+}
+
+bool BoardWindow::shows(const QString &path) const
+{
+    const QFileInfo file(path);
+    return file.exists() && file == QFileInfo(currentFilePath);
 }

@@ -51,6 +51,14 @@ public:
     /// board is answered with a warning and leaves the board as it was.
     void loadBoard(const QString &path);
 
+    /// Has the board in the file \a path take the place of the present one, after the question with which
+    /// a board is closed. "Cancelar", a file that is no board and a present board that could not be saved
+    /// leave all as it is.
+    void openInstead(const QString &path);
+
+    /// Whether \a path is the file of the board.
+    bool shows(const QString &path) const;
+
     /// Stores whether the board has changes that are not in its file, and shows it.
     void setUnsaved(bool value);
 
@@ -109,6 +117,10 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    using Items = std::vector<std::unique_ptr<QGraphicsItem>>;
+    /// What becomes of the board of which somebody takes leave.
+    enum class Leaving { Stay, Save, Discard };
+
     // boardwindow.cpp
     void buildScene();
     void buildWindow();
@@ -136,7 +148,10 @@ private:
     void showSnapshot(const BoardSnapshot &snapshot);
 
     // boardfiles.cpp
-    void writeBoardFile(const QString &path, bool adoptPath);
+    std::optional<Items> readBoard(const QString &path);
+    bool save();
+    bool saveElsewhere();
+    bool writeBoardFile(const QString &path, bool adoptPath);
 
     // presentation.cpp
     void startPresentation();
@@ -148,6 +163,7 @@ private:
     void setSizeHints(const QSize &smallest, const QSize &largest);
 
     // closing.cpp
+    Leaving askHowToLeave();
     void resetBoard();
 
     bool unsaved = false;

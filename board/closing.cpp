@@ -8,12 +8,27 @@ using namespace Qt::Literals::StringLiterals;
 
 void BoardWindow::closeBoard()
 {
+    switch (askHowToLeave()) {
+    case Leaving::Stay:
+        return;
+    case Leaving::Save:
+        // Quirk: after "Sí" the board closes even when it could not be saved, because whoever answers
+        // is leaving; a failed write has been reported, and cancelling the dialog counts as "No".
+        saveBoard();
+        break;
+    case Leaving::Discard:
+        break;
+    }
+    resetBoard();
+}
+
+/// Asks what is to become of the board, unless it is empty and unchanged.
+BoardWindow::Leaving BoardWindow::askHowToLeave()
+{
     // Quirk: a saved board with elements on it is asked for unsaved changes all the same, because
     // one question too many costs less than a lesson.
-    if (!unsaved && scene->items().isEmpty()) {
-        resetBoard();
-        return;
-    }
+    if (!unsaved && scene->items().isEmpty())
+        return Leaving::Discard;
 
     QMessageBox box(this);
     box.setWindowTitle(u"Guardar cambios"_s);
@@ -29,12 +44,8 @@ void BoardWindow::closeBoard()
     // Quirk: an answer that is none of the three counts as "No", because nothing but "Cancelar"
     // keeps the board open.
     if (box.clickedButton() == cancel)
-        return;
-    // Quirk: after "Sí" the board closes even when it could not be saved, because whoever answers
-    // is leaving; a failed write has been reported, and cancelling the dialog counts as "No".
-    if (box.clickedButton() == yes)
-        saveBoard();
-    resetBoard();
+        return Leaving::Stay;
+    return box.clickedButton() == yes ? Leaving::Save : Leaving::Discard;
 }
 
 void BoardWindow::resetBoard()

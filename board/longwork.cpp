@@ -144,13 +144,17 @@ private:
 // The present work, of which there is one at a time: all that waits waits in the GUI thread.
 std::unique_ptr<Waiting> waiting;
 
+// From before the present work delivers events for the first time until it has delivered the last.
+bool underWay = false;
+
 } // namespace
 
 LongWork::LongWork(qint64 bytes)
 {
-    if (waiting || bytes < much)
+    if (underWay || bytes < much)
         return;
     outermost = true;
+    underWay = true;
     waiting = std::make_unique<Waiting>();
 }
 
@@ -162,8 +166,14 @@ LongWork::~LongWork()
 
 void LongWork::interrupt()
 {
-    // Events that are delivered at the end find no work any more.
-    const auto ended = std::move(waiting);
+    // Events that are delivered at the end find no sign for waiting to wait with any more.
+    std::exchange(waiting, nullptr).reset();
+    underWay = false;
+}
+
+bool LongWork::isUnderWay()
+{
+    return underWay;
 }
 
 void LongWork::waitUntilPainted(const QWidget &window)

@@ -26,6 +26,9 @@ public:
     /// Ends all work ahead of its objects, for a question or a message that a person is to answer.
     static void interrupt();
 
+    /// Whether there is such work. Events are then delivered in the middle of something else.
+    static bool isUnderWay();
+
     /// Has \a window, which was just shown, painted as a part of the work. Gives up after a second:
     /// the window may be out of sight. Does nothing where there is little to do.
     static void waitUntilPainted(const QWidget &window);

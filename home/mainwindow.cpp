@@ -2,18 +2,14 @@
 #include "home/mainwindow.h"
 
 #include "home/projectdelegate.h"
+#include "look/attention.h"
 #include "look/windowlook.h"
 
 #include "ui_mainwindow.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QTextCursor>
 #include <QTextDocument>
-
-#ifdef Q_OS_WIN
-#include <qt_windows.h>
-#endif
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -137,24 +133,10 @@ void MainWindow::showPage(const QWidget *page)
 
 void MainWindow::restoreWindow()
 {
-    if (isMinimized())
-        setWindowState(Qt::WindowNoState);
-    raise();
-    activateWindow();
+    bringToFront(*this);
 }
 
 bool MainWindow::flashTaskbarIcon()
 {
-#ifdef Q_OS_WIN
-    FLASHWINFO info{};
-    info.cbSize = sizeof(info);
-    info.hwnd = reinterpret_cast<HWND>(winId());
-    info.dwFlags = FLASHW_ALL;
-    info.uCount = 3;
-    info.dwTimeout = 0; // the system's own blink rate
-    return FlashWindowEx(&info) != FALSE;
-#else
-    QApplication::alert(this);
-    return false;
-#endif
+    return flash(*this);
 }

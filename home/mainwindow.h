@@ -1,6 +1,8 @@
 // The home window.
 #pragma once
 
+#include "home/quietmoment.h"
+
 #include <QLocale>
 #include <QMainWindow>
 #include <QNetworkAccessManager>
@@ -24,7 +26,7 @@ class MainWindow;
 /// window shows it again when the board is closed. Closing the home window ends the program.
 ///
 /// mainwindow.cpp builds and wires the window; each other concern has a file of its own:
-/// recentboards.cpp, cacheeffect.cpp, datafolder.cpp, updatecheck.cpp.
+/// recentboards.cpp, arrivingboards.cpp, cacheeffect.cpp, datafolder.cpp, updatecheck.cpp.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -42,6 +44,14 @@ public:
     /// whether the window was active before the call. On other systems it asks for the person's
     /// attention as the desktop does, and returns false.
     bool flashTaskbarIcon();
+
+    /// Answers another start of the program: brings the window that is shown, this one or the board, to
+    /// the front, has it flash, and opens the board file \a boardPath as openWhenQuiet() does.
+    void answerStart(const QString &boardPath);
+    /// Opens the board file \a boardPath as soon as nobody is in the middle of something, the last one
+    /// of those that come until then. An open board is asked for first, as at its closing, unless it is
+    /// that very one; a file that is no board leaves it as it is. An empty path names no board.
+    void openWhenQuiet(const QString &boardPath);
 
 public slots:
     // In the order of their meta-object indices, which callers by index rely on.
@@ -98,6 +108,10 @@ private:
     BoardWindow *board();
     void openBoard(const QString &path);
 
+    // arrivingboards.cpp
+    QWidget &shownWindow();
+    void openArrivedBoard();
+
     // updatecheck.cpp
     void readVersion(QNetworkReply *reply);
     void hideUpdateAdvisor();
@@ -111,5 +125,7 @@ private:
     QString dataPath; // the data folder, absolute
     std::unique_ptr<ProjectDelegate> projectDelegate;
     bool clickServed = false; // whether the current click on the list has opened its board
+    QString arrivedBoard; // the path of the one that waits; empty when none does
+    QuietMoment quietMoment{[this] { openArrivedBoard(); }};
     QPointer<QWidget> focusBeforeAdvisor; // what had the keyboard when the advisor took it
 };

@@ -15,6 +15,8 @@
 #include <sys/file.h>
 #include <sys/sem.h>
 #include <sys/shm.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 namespace {
@@ -43,6 +45,14 @@ void beforeCall()
 bool isOurs(const char *path)
 {
     return std::strstr(path, "/qipc_") || std::strstr(path, "/Plumara-");
+}
+
+/// Whether \a address is that of a socket by which instances talk to each other.
+bool isOurs(const sockaddr *address)
+{
+    return address->sa_family == AF_UNIX
+        && isOurs(
+               static_cast<const char *>(reinterpret_cast<const sockaddr_un *>(address)->sun_path));
 }
 
 /// What the program would call without us. \a function is only there for its type.
@@ -124,6 +134,26 @@ int flock(int file, int operation) noexcept
 {
     beforeCall();
     return real(&flock, "flock")(file, operation);
+}
+
+int bind(int file, const sockaddr *address, socklen_t size) noexcept
+{
+    if (isOurs(address))
+        beforeCall();
+    return real(&bind, "bind")(file, address, size);
+}
+
+int listen(int file, int backlog) noexcept
+{
+    beforeCall();
+    return real(&listen, "listen")(file, backlog);
+}
+
+int connect(int file, const sockaddr *address, socklen_t size)
+{
+    if (isOurs(address))
+        beforeCall();
+    return real(&connect, "connect")(file, address, size);
 }
 
 int unlink(const char *path) noexcept

@@ -1,5 +1,8 @@
 // Starts of the real program that meet: at the same time, after a death, while one ends, as two people.
 
+#include "tests/support/files/boardfiles.h"
+#include "tests/support/system/watchedfile.h"
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QProcess>
@@ -7,6 +10,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <csignal>
 #include <iterator>
 #include <memory>
 #include <vector>
@@ -45,6 +49,22 @@ public:
         if (::chmod(QFile::encodeName(path).constData(), mode) != 0)
             qFatal("The rights cannot be changed.");
     }
+    /// What the system gives the sessions of \a person.
+    QString sessionFolder(uid_t person)
+    {
+        const QString session = path(u"session%1"_s.arg(person));
+        if (QDir().mkdir(session)) {
+            setMode(session, 0700);
+            give(session, person);
+        }
+        return session;
+    }
+    static void give(const QString &path, uid_t person)
+    {
+        if (person != ::geteuid()
+            && ::chown(QFile::encodeName(path).constData(), person, person) != 0)
+            qFatal("The folder cannot be given away.");
+    }
     QString newHome()
     {
         const QString home = path(u"home%1"_s.arg(++homes));
@@ -63,6 +83,7 @@ struct Manner
     uid_t person = ::geteuid();
     int lastCall = 0; // the one in whose place it dies
     int delay = 0; // microseconds that each call takes longer, so that starts really meet
+    QString board{}; // that it names
 };
 
 /// One start of the program, in a home of its own.
@@ -76,6 +97,7 @@ public:
         environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
         environment.insert(u"HOME"_s, home);
         environment.insert(u"TMPDIR"_s, machine.temporaryFolder());
+        environment.insert(u"XDG_RUNTIME_DIR"_s, machine.sessionFolder(manner.person));
         environment.insert(u"LD_PRELOAD"_s,
                            machine.path(QFileInfo(QStringLiteral(INTERLOPER)).fileName()));
         environment.insert(u"ASAN_OPTIONS"_s, u"verify_asan_link_order=0"_s);
@@ -84,7 +106,8 @@ public:
         process.setProcessEnvironment(environment);
         if (manner.person != ::geteuid())
             become(manner.person);
-        process.start(machine.path(QFileInfo(QStringLiteral(PLUMARA_EXE)).fileName()));
+        process.start(machine.path(QFileInfo(QStringLiteral(PLUMARA_EXE)).fileName()),
+                      manner.board.isEmpty() ? QStringList() : QStringList{manner.board});
     }
 
     /// Whether the program has come as far as to its home window, which makes the folder of the boards.
@@ -97,12 +120,12 @@ public:
     /// Ends the program as soon as it runs.
     void end() { process.closeWriteChannel(); }
     void kill() { process.kill(); }
+    void signal(int number) { ::kill(static_cast<pid_t>(process.processId()), number); }
 
 private:
     void become(uid_t person)
     {
-        if (::chown(QFile::encodeName(home).constData(), person, person) != 0)
-            qFatal("The home cannot be given away.");
+        Machine::give(home, person);
         process.setChildProcessModifier([person] {
             if (::setgroups(0, nullptr) != 0 || ::setgid(person) != 0 || ::setuid(person) != 0)
                 ::_exit(1);
@@ -165,6 +188,34 @@ bool endsWell(Start &start)
     return isOver(start) && start.endedWell();
 }
 
+/// A board on the machine, and whether a program opens it.
+class NamedBoard
+{
+public:
+    explicit NamedBoard(const Machine &machine)
+        : path(BoardFile::write(machine.path(u"named.vtrz"_s)))
+        , file(path)
+    { }
+
+    /// Whether another start of \a person that names the board ends well, and has it opened by the one
+    /// that runs.
+    bool reaches(Machine &machine, uid_t person = ::geteuid())
+    {
+        file.wasTouched();
+        Start start(machine, {.person = person, .board = path});
+        return isOver(start) && start.endedWell() && !start.hasGoneOn() && isOpened();
+    }
+    bool isOpened()
+    {
+        return QTest::qWaitFor([this] { return file.wasTouched(); }, patience);
+    }
+
+    const QString path;
+
+private:
+    WatchedFile file;
+};
+
 constexpr int meeting = 300; // microseconds, between any two steps of which another start comes
 
 // Two that every system has, and that own nothing here.
@@ -187,6 +238,9 @@ private slots:
     void whatAnotherPersonLeftBehindHindersNobody();
     void aFileThatAnotherPersonPutInTheWayHindersNobody();
     void whereNoSegmentCanBeMadeOneIsTakenToBeThere();
+    void theOneThatHangsHoldsNobodyUp();
+    void theOneThatRunsOpensWhatOthersName();
+    void whereNobodyCanListenOneGoesOnAllTheSame();
 };
 
 void TestInstances::ofFiftyAtOnceOneGoesOn_data()
@@ -205,7 +259,9 @@ void TestInstances::ofFiftyAtOnceOneGoesOn()
     timer.start();
     Starts starts(machine, many, {.delay = delay});
     QVERIFY(starts.settle());
+    // Five seconds where nothing else goes on, and more beside other tests and with sanitizers.
     qInfo("settled after %lld ms", timer.elapsed());
+    QVERIFY(timer.elapsed() < 4 * 5000);
     QCOMPARE(starts.goneOn(), 1);
     QCOMPARE(starts.endedWell(), many - 1);
     QVERIFY(starts.end());
@@ -214,6 +270,7 @@ void TestInstances::ofFiftyAtOnceOneGoesOn()
 void TestInstances::afterADeathAnywhereOneGoesOn()
 {
     Machine machine;
+    NamedBoard board(machine);
     int call = 1;
     for (;; ++call) {
         Start start(machine, {.lastCall = call});
@@ -227,6 +284,7 @@ void TestInstances::afterADeathAnywhereOneGoesOn()
         QVERIFY(next.settle());
         QVERIFY2(next.goneOn() == 1,
                  qPrintable(u"After a death at %1, %2 went on"_s.arg(call).arg(next.goneOn())));
+        QVERIFY2(board.reaches(machine), qPrintable(u"after a death at %1"_s.arg(call)));
         QVERIFY(next.end());
     }
     QVERIFY2(call > 20, qPrintable(QString::number(call)));
@@ -344,6 +402,62 @@ void TestInstances::whereNoSegmentCanBeMadeOneIsTakenToBeThere()
     Start start(machine, {.person = ::geteuid() == 0 ? someone : ::geteuid()});
     QVERIFY(isOver(start));
     QVERIFY(start.endedWell() && !start.hasGoneOn());
+}
+
+void TestInstances::theOneThatHangsHoldsNobodyUp()
+{
+    constexpr int longest = 2000; // ms, that a start may be held up
+    constexpr int busyMachine = 2000;
+    Machine machine;
+    NamedBoard board(machine);
+    Start first(machine);
+    QVERIFY(goesOn(first));
+    first.signal(SIGSTOP);
+    QElapsedTimer timer;
+    timer.start();
+    constexpr int many = 5;
+    Starts starts(machine, many, {.board = board.path});
+    QVERIFY(starts.settle());
+    const qint64 duration = timer.elapsed();
+    first.signal(SIGCONT);
+    QVERIFY2(duration < longest + busyMachine, qPrintable(QString::number(duration)));
+    QCOMPARE(starts.endedWell(), many);
+    QCOMPARE(starts.goneOn(), 0);
+    // It goes on, and does what it was asked for.
+    QVERIFY(board.isOpened());
+    QVERIFY(endsWell(first));
+}
+
+void TestInstances::theOneThatRunsOpensWhatOthersName()
+{
+    Machine machine;
+    NamedBoard board(machine);
+    Start first(machine);
+    QVERIFY(goesOn(first));
+    QVERIFY(board.reaches(machine));
+    QVERIFY(endsWell(first));
+    if (::geteuid() != 0)
+        QSKIP("Only root can start a program as somebody else.");
+    // Each person's own.
+    Start ofSomeone(machine, {.person = someone});
+    Start ofSomeoneElse(machine, {.person = someoneElse});
+    QVERIFY(goesOn(ofSomeone) && goesOn(ofSomeoneElse));
+    QVERIFY(board.reaches(machine, someone));
+    QVERIFY(endsWell(ofSomeone));
+    QVERIFY(board.reaches(machine, someoneElse));
+    QVERIFY(endsWell(ofSomeoneElse));
+}
+
+void TestInstances::whereNobodyCanListenOneGoesOnAllTheSame()
+{
+    Machine machine;
+    const uid_t person = ::geteuid() == 0 ? someone : ::geteuid();
+    // Each has a home of its own, and so no place in common.
+    Machine::setMode(machine.sessionFolder(person), 0755);
+    Starts starts(machine, 3, {.person = person});
+    QVERIFY(starts.settle());
+    QCOMPARE(starts.goneOn(), 1);
+    QVERIFY(starts.end());
 }
 
 QTEST_GUILESS_MAIN(TestInstances)

@@ -193,6 +193,14 @@ void Monkey::useAnyWindow(QWidget &window, Dice &dice)
     }
 }
 
+/// Starts the program once more, as the one that runs hears of it.
+void Monkey::startAgain(Dice &dice)
+{
+    const QString path = dice.oneIn(4) ? QString() : dice.of(litter.boards());
+    say(u"start again "_s + path);
+    home->answerStart(path);
+}
+
 void Monkey::moveAbout(QWidget &window, Dice &dice)
 {
     const auto places = [this] {

@@ -2,6 +2,7 @@
 #include "tests/monkey/monkey.h"
 
 #include "board/boardwindow.h"
+#include "board/longwork.h"
 #include "home/mainwindow.h"
 #include "tests/monkey/logbook.h"
 #include "tests/monkey/promises.h"
@@ -107,7 +108,9 @@ bool Monkey::isEnding()
 
 void Monkey::look()
 {
-    const bool isAtRest = loops() == 1 && !QApplication::activePopupWidget();
+    // Long work that no step has begun delivers events without a loop of its own.
+    const bool isAtRest =
+        loops() == 1 && !QApplication::activePopupWidget() && !LongWork::isUnderWay();
     const QString broken =
         brokenPromise({board(), hand, isAtRest, step % looksEvery == 0, plan.realTime});
     if (!broken.isEmpty())
@@ -116,7 +119,9 @@ void Monkey::look()
 
 void Monkey::act(Dice &dice)
 {
-    if (QGuiApplication::overrideCursor()) {
+    if (dice.oneIn(50)) {
+        startAgain(dice);
+    } else if (QGuiApplication::overrideCursor()) {
         waitForWork(dice);
     } else if (auto *const popup = QApplication::activePopupWidget()) {
         usePopup(*popup, dice);

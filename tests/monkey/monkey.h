@@ -60,6 +60,7 @@ private:
     void waitFor(QWidget &dialog, Dice &dice);
     void answer(QFileDialog &dialog, Dice &dice);
     void answer(QMessageBox &box, Dice &dice);
+    void startAgain(Dice &dice);
     void moveAbout(QWidget &window, Dice &dice);
     void draw(Dice &dice);
     void drag(QPoint place, const QRect &reach, Dice &dice);

@@ -49,6 +49,7 @@ class TestTaskBar : public QObject
 private slots:
     void theHomeWindowFlashesThreeTimes_data();
     void theHomeWindowFlashesThreeTimes();
+    void anotherStartFlashesTheBoardThatIsShown();
     void bothWindowsHaveAButtonOfTheirOwn();
 };
 
@@ -74,6 +75,17 @@ void TestTaskBar::theHomeWindowFlashesThreeTimes()
     QCOMPARE(info.dwFlags, 3U);
     QCOMPARE(info.uCount, 3U);
     QCOMPARE(info.dwTimeout, 0U);
+}
+
+void TestTaskBar::anotherStartFlashesTheBoardThatIsShown()
+{
+    BoardsHome home;
+    home.click(u"NewProject"_s);
+    QVERIFY(home.boardIsOpen());
+    const Flashes flashes(false);
+    home.window.answerStart({});
+    QCOMPARE(flashes.all().size(), 1);
+    QCOMPARE(flashes.all().constFirst().hwnd, handle(*home.board()));
 }
 
 void TestTaskBar::bothWindowsHaveAButtonOfTheirOwn()
