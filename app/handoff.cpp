@@ -52,13 +52,13 @@ bool hasRoom([[maybe_unused]] const QString &place, [[maybe_unused]] const QDead
 #endif
 }
 
-/// Whether the program at \a place has got \a message.
+/// Whether \a message was said to the program at \a place.
 bool send(const QByteArray &message, const QString &place, const QDeadlineTimer &deadline)
 {
     if (!hasRoom(place, deadline))
         return false;
     QLocalSocket socket;
-    socket.connectToServer(place, QIODevice::WriteOnly);
+    socket.connectToServer(place);
     if (!socket.waitForConnected(left(deadline)))
         return false;
     letComeToFront(socket);
@@ -67,6 +67,10 @@ bool send(const QByteArray &message, const QString &place, const QDeadlineTimer 
         if (!socket.waitForBytesWritten(left(deadline)))
             return false;
     }
+    // Until the other has read it and hangs up: not every system keeps what a caller who has gone has
+    // said.
+    if (socket.state() == QLocalSocket::ConnectedState)
+        socket.waitForDisconnected(left(deadline));
     return true;
 }
 

@@ -12,7 +12,7 @@
 #include <QTest>
 #include <QThread>
 
-#include <array>
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -108,7 +108,7 @@ public:
         sockaddr_un address{};
         address.sun_family = AF_UNIX;
         const QByteArray place = QFile::encodeName(handoffPlace());
-        std::copy(place.cbegin(), place.cend(), static_cast<char *>(address.sun_path));
+        std::ranges::copy(place, static_cast<char *>(address.sun_path));
         if (::bind(descriptor, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0
             || ::listen(descriptor, backlog) != 0) {
             qFatal("The test cannot make its socket.");

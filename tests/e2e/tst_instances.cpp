@@ -83,14 +83,14 @@ struct Manner
     uid_t person = ::geteuid();
     int lastCall = 0; // the one in whose place it dies
     int delay = 0; // microseconds that each call takes longer, so that starts really meet
-    QString board{}; // that it names
+    QString board = u""_s; // that it names
 };
 
 /// One start of the program, in a home of its own.
 class Start
 {
 public:
-    explicit Start(Machine &machine, Manner manner = {})
+    explicit Start(Machine &machine, const Manner &manner = {})
         : home(machine.newHome())
     {
         auto environment = QProcessEnvironment::systemEnvironment();
@@ -140,7 +140,7 @@ private:
 class Starts
 {
 public:
-    Starts(Machine &machine, int count, Manner manner = {})
+    Starts(Machine &machine, int count, const Manner &manner = {})
     {
         for (int i = 0; i < count; ++i)
             starts.push_back(std::make_unique<Start>(machine, manner));
