@@ -112,6 +112,7 @@ private:
     // boardwindow.cpp
     void buildScene();
     void buildWindow();
+    void widenGrips();
     void startClock();
     void showTime();
     void connectSignals();

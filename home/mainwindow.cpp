@@ -87,6 +87,7 @@ MainWindow::MainWindow(QWidget *parent)
     ui->listWidget->setItemDelegate(projectDelegate.get());
     // Made before showProjects() makes its first connection, and so served before all of them.
     connect(ui->listWidget, &QListWidget::itemClicked, this, [this] { clickServed = false; });
+    openBoardsByEnter();
 
     if (!QDir(dataPath).exists())
         QDir(dataPath).mkpath(u"."_s);

@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QShortcut>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -66,6 +67,18 @@ void MainWindow::onProjectDoubleClicked(QListWidgetItem *item)
     // Only now: opening may show a message, and so another click may come and go before.
     if (delivered)
         clickServed = true;
+}
+
+/// Has both keys for Enter open the selected row of the list while it has the keyboard.
+void MainWindow::openBoardsByEnter()
+{
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto *const enter = new QShortcut(QKeySequence(key), ui->listWidget);
+        enter->setContext(Qt::WidgetShortcut);
+        enter->setAutoRepeat(false);
+        connect(enter, &QShortcut::activated, this,
+                [this] { onProjectDoubleClicked(ui->listWidget->selectedItems().value(0)); });
+    }
 }
 
 void MainWindow::startProject()

@@ -19,6 +19,19 @@ QString programFamily()
     return u"Montserrat"_s;
 }
 
+QString styleSheet(const QString &name)
+{
+    QFile sheet(u":/styles/%1.qss"_s.arg(name));
+    return sheet.open(QIODevice::ReadOnly) ? QString::fromUtf8(sheet.readAll()) : QString();
+}
+
+/// What no window's own sheet says, and what the toolkit's dialogs wear.
+void dressProgram()
+{
+    if (qApp->styleSheet().isEmpty())
+        qApp->setStyleSheet(styleSheet(u"program"_s));
+}
+
 /// Menus are windows of their own, which no style sheet of the program reaches. A system's font for
 /// menus may hold black and white drawings of some of the circles that the note's menu shows in
 /// their colours; the program's font holds none, and so leaves them all to the coloured ones.
@@ -73,9 +86,8 @@ void registerFont()
 void applyWindowStyle(QWidget &window)
 {
     registerFont();
-    QFile style(u":/styles/window.qss"_s);
-    if (style.open(QIODevice::ReadOnly))
-        window.setStyleSheet(QString::fromUtf8(style.readAll()));
+    dressProgram();
+    window.setStyleSheet(styleSheet(u"window"_s));
     dressMenus();
     dressToolTips();
     showMessagesAsTyped();

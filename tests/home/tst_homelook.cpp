@@ -7,7 +7,10 @@
 
 #include <QFontInfo>
 #include <QLabel>
+#include <QListWidget>
+#include <QMessageBox>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTabBar>
 #include <QTabWidget>
 
@@ -47,6 +50,20 @@ const char *const overlayLabels[] = {
     "InstallerLogo", "UpdateIcon",     "NewVersionDesc_2",
 };
 
+/// What \a bar, which has somewhere to scroll to, shows across its grip.
+QList<QColor> acrossTheGrip(QScrollBar &bar)
+{
+    bar.setRange(0, 100);
+    bar.setValue(0);
+    const QImage image = bar.grab().toImage();
+    const bool upright = bar.orientation() == Qt::Vertical;
+    constexpr int inside = 10; // pixels from the end of the grip
+    QList<QColor> colors;
+    for (int i = 0; i < (upright ? image.width() : image.height()); ++i)
+        colors << (upright ? image.pixelColor(i, inside) : image.pixelColor(inside, i));
+    return colors;
+}
+
 QString withoutBlanks(QString text)
 {
     return text.remove(u' ').remove(u'\n').remove(u'\t');
@@ -72,6 +89,7 @@ private slots:
     void theRulesAreDrawnInTheirColors();
     void onlyTheSelectedHelpTabShowsItsText();
     void onlyTheSelectedHelpTabIsWide();
+    void scrollBarsLookLikeThoseOfTheBoard();
     void previewsFillTheirLabels();
     void noPreviewIsDecodedBeforeItIsSeen();
 
@@ -191,6 +209,30 @@ void TestHomeLook::onlyTheSelectedHelpTabIsWide()
     QVERIFY(bar->tabRect(0).width() >= 120);
     for (int i = 1; i < bar->count(); ++i)
         QVERIFY(bar->tabRect(i).width() < 60);
+}
+
+void TestHomeLook::scrollBarsLookLikeThoseOfTheBoard()
+{
+    auto *const list = home->child<QListWidget>(u"listWidget"_s);
+    // A dialog of the toolkit that the program opens.
+    QMessageBox box(&home->window);
+    auto *const area = new QListWidget(&box);
+    area->resize(200, 200);
+    for (auto *view : {list, area}) {
+        for (int i = 0; i < 40; ++i)
+            view->addItem(QString(200, u'x'));
+        view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    }
+    box.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&box));
+    for (auto *bar : {list->verticalScrollBar(), list->horizontalScrollBar(),
+                      area->verticalScrollBar(), area->horizontalScrollBar()}) {
+        const QList<QColor> colors = acrossTheGrip(*bar);
+        QCOMPARE(colors.count(QColor(0x88, 0x88, 0x88)), 5);
+        // Nothing of it is raised; the pointer has more to aim at.
+        QCOMPARE(QSet<QRgb>({colors.constFirst().rgb(), colors.constLast().rgb()}).size(), 1);
+        QVERIFY(colors.size() >= 10);
+    }
 }
 
 void TestHomeLook::previewsFillTheirLabels()

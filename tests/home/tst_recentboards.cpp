@@ -7,6 +7,7 @@
 
 #include <QIcon>
 #include <QPainter>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
@@ -74,6 +75,8 @@ private slots:
 
     // The rows
     void everyRowIs60PixelsHigh();
+    void rowsAreAsWideAsTheListShows_data();
+    void rowsAreAsWideAsTheListShows();
     void evenRowsAreShaded();
     void theSelectedRowIsHighlighted();
     void aRowIsDrawnAsDesigned_data();
@@ -183,6 +186,32 @@ void TestRecentBoards::everyRowIs60PixelsHigh()
     option.rect = QRect(3, 4, 321, 17);
     QCOMPARE(home->list()->itemDelegate()->sizeHint(option, home->list()->model()->index(0, 0)),
              QSize(321, 60));
+}
+
+void TestRecentBoards::rowsAreAsWideAsTheListShows_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::newRow("all seen") << 5;
+    QTest::newRow("with a bar beside them") << 6;
+    QTest::newRow("many") << 40;
+}
+
+void TestRecentBoards::rowsAreAsWideAsTheListShows()
+{
+    QFETCH(const int, count);
+    home->writeBoards(count);
+    const auto *const list = home->list();
+    QTRY_COMPARE(list->visualItemRect(list->item(0)).width(), list->viewport()->width());
+    QCOMPARE(list->verticalScrollBar()->isVisible(), count > 5);
+    QVERIFY(!list->horizontalScrollBar()->isVisible());
+    QCOMPARE(list->horizontalScrollBar()->maximum(), 0);
+
+    // Also where they were there before the window.
+    MainWindow next;
+    next.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&next));
+    const auto *const other = next.findChild<QListWidget *>(u"listWidget"_s);
+    QTRY_VERIFY(!other->horizontalScrollBar()->isVisible());
 }
 
 void TestRecentBoards::evenRowsAreShaded()
