@@ -3,6 +3,7 @@
 #include "tests/support/files/boardfiles.h"
 #include "tests/support/files/files.h"
 #include "tests/support/home/boardshome.h"
+#include "tests/support/look/contrast.h"
 #include "tests/support/main/registeredtest.h"
 
 #include <QIcon>
@@ -52,6 +53,19 @@ private:
     QTemporaryDir folder;
 };
 
+/// Where in \a image anything but its ground is painted.
+QRect inkOf(const QImage &image)
+{
+    QRect ink;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixel(x, y) != image.pixel(0, 0))
+                ink |= QRect(x, y, 1, 1);
+        }
+    }
+    return ink;
+}
+
 } // namespace
 
 class TestRecentBoards : public QObject
@@ -72,6 +86,10 @@ private slots:
     void boardsOfTheSameTimeKeepTheOrderOfTheFolder();
     void otherFilesAndFoldersAreNotListed();
     void boardsAreListedAtStart();
+
+    // An empty list
+    void anEmptyListSaysWhereBoardsWillAppear();
+    void thePlaceOfTheBoardsIsCutWhereItIsTooLong();
 
     // The rows
     void everyRowIs60PixelsHigh();
@@ -174,6 +192,46 @@ void TestRecentBoards::boardsAreListedAtStart()
     BoardFile::write(home->boardPath(u"board.vtrz"_s));
     const MainWindow second;
     QCOMPARE(second.findChild<QListWidget *>(u"listWidget"_s)->count(), 1);
+}
+
+void TestRecentBoards::anEmptyListSaysWhereBoardsWillAppear()
+{
+    auto *const viewport = home->list()->viewport();
+    const QRect ink = inkOf(viewport->grab().toImage());
+    // Two lines in the middle.
+    QVERIFY(ink.height() > 20 && ink.height() < 60);
+    QVERIFY((ink.center() - viewport->rect().center()).manhattanLength() < 12);
+    const double contrast =
+        Contrast::in(home->window, ink.translated(viewport->mapTo(&home->window, QPoint())));
+    QVERIFY(contrast >= Contrast::enough);
+    QVERIFY(contrast < 10); // quietly
+
+    home->writeBoards(1);
+    const QRect belowTheRow = viewport->rect().adjusted(0, 60, 0, 0);
+    QVERIFY(inkOf(viewport->grab(belowTheRow).toImage()).isEmpty());
+
+    QFile::remove(home->boardPath(u"b1.vtrz"_s));
+    home->window.showProjects();
+    QCOMPARE(inkOf(viewport->grab().toImage()), ink);
+}
+
+void TestRecentBoards::thePlaceOfTheBoardsIsCutWhereItIsTooLong()
+{
+#ifdef Q_OS_WIN
+    QSKIP("The home folder is not where a variable says.");
+#endif
+    const ScratchHome scratch;
+    const QByteArray before = qgetenv("HOME");
+    const QString deep = scratch.path(QString(150, u'x'));
+    QVERIFY(QDir().mkpath(deep));
+    qputenv("HOME", QFile::encodeName(deep));
+    const MainWindow deepHome;
+    qputenv("HOME", before);
+
+    const auto *const viewport = deepHome.findChild<QListWidget *>(u"listWidget"_s)->viewport();
+    const QRect ink = inkOf(const_cast<QWidget *>(viewport)->grab().toImage());
+    QVERIFY(ink.width() > 600);
+    QVERIFY(ink.left() >= 20 && ink.right() <= viewport->width() - 20);
 }
 
 void TestRecentBoards::everyRowIs60PixelsHigh()
