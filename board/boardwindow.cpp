@@ -34,6 +34,7 @@ BoardWindow::BoardWindow(QWidget *home, QWidget *parent)
     buildScene();
     buildWindow();
     widenGrips();
+    keepMarkerInSight();
     startClock();
     ui->PizarraMain->installEventFilter(this);
     ui->PizarraMain->setAttribute(Qt::WA_MouseTracking);

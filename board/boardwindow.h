@@ -118,6 +118,9 @@ private:
     void connectSignals();
     void warn(const QString &text);
 
+    // boardname.cpp
+    void keepMarkerInSight();
+
     // canvasinput.cpp
     void enterMode(ToolMode mode);
     bool canvasPressed(const QPointF &scenePoint);
