@@ -4,6 +4,7 @@
 #include "board/boardwindow.h"
 #include "board/longwork.h"
 #include "home/projectdelegate.h"
+#include "look/windowplace.h"
 
 #include "ui_mainwindow.h"
 
@@ -83,6 +84,7 @@ void MainWindow::openBoardsByEnter()
 
 void MainWindow::startProject()
 {
+    takePlaceOf(*board(), *this);
     board()->show();
     hide();
 }
@@ -115,6 +117,7 @@ void MainWindow::openBoard(const QString &path)
     // board is named and shown whatever became of opening; it is saved to its earlier file, or
     // asks.
     board()->showBoardName(QFileInfo(path).fileName());
+    takePlaceOf(*board(), *this);
     board()->show();
     // A window that has just come up shows what is behind it until it is painted.
     LongWork::waitUntilPainted(*board());
