@@ -1,11 +1,11 @@
 // Cuts a line of text in its middle where it does not fit.
 #include "look/elidedlabel.h"
 
-#include <QHelpEvent>
+#include "look/tooltips.h"
+
 #include <QPainter>
 #include <QStyle>
 #include <QTextDocument>
-#include <QToolTip>
 
 bool ElidedLabel::isTooLong() const
 {
@@ -25,7 +25,7 @@ bool ElidedLabel::event(QEvent *event)
         return QLabel::event(event);
     // A tool tip would take a text that looks like it for markup.
     const QString whole = Qt::convertFromPlainText(text(), Qt::WhiteSpaceNoWrap);
-    QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), whole, this);
+    showToolTip(*this, whole);
     return true;
 }
 

@@ -3,12 +3,12 @@
 
 #include "look/picturelabel.h"
 #include "look/plainmessages.h"
+#include "look/tooltips.h"
 
 #include <QApplication>
 #include <QFile>
 #include <QFontDatabase>
 #include <QLabel>
-#include <QToolTip>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -40,14 +40,6 @@ void dressMenus()
     QFont font = QApplication::font("QMenu");
     font.setFamilies({programFamily(), u"Segoe UI Emoji"_s, u"Noto Color Emoji"_s});
     QApplication::setFont(font, "QMenu");
-}
-
-/// Nor does a style sheet reach the font of tool tips.
-void dressToolTips()
-{
-    QFont font = QToolTip::font();
-    font.setFamilies({programFamily()});
-    QToolTip::setFont(font);
 }
 
 /// Those of pages that are not seen at first wait until they are.
