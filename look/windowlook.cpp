@@ -1,10 +1,13 @@
 // Dresses a window: font, style sheet, pictures by scale, names for screen readers.
 #include "look/windowlook.h"
 
+#include "look/fading.h"
+#include "look/focusmark.h"
 #include "look/picturelabel.h"
 #include "look/plainmessages.h"
 #include "look/tooltips.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QFile>
 #include <QFontDatabase>
@@ -62,6 +65,16 @@ void nameByToolTips(const QWidget &window)
     }
 }
 
+void fadeDisabledButtons(const QWidget &window)
+{
+    const auto buttons = window.findChildren<QAbstractButton *>();
+    for (auto *button : buttons) {
+        // What takes no focus is no button to a person.
+        if (button->focusPolicy() != Qt::NoFocus)
+            fadeWhileDisabled(*button);
+    }
+}
+
 } // namespace
 
 void registerFont()
@@ -83,12 +96,14 @@ void applyWindowStyle(QWidget &window)
     dressMenus();
     dressToolTips();
     showMessagesAsTyped();
+    markKeyboardFocus();
 }
 
 void dressWidgets(QWidget &window)
 {
     showPictures(window);
     nameByToolTips(window);
+    fadeDisabledButtons(window);
 }
 
 void applyWindowLook(QWidget &window)

@@ -89,6 +89,9 @@ private slots:
     void theRulesAreDrawnInTheirColors();
     void onlyTheSelectedHelpTabShowsItsText();
     void onlyTheSelectedHelpTabIsWide();
+    void whatCannotBeUsedLooksFaded_data();
+    void whatCannotBeUsedLooksFaded();
+    void theCoverOfTheCacheButtonIsNotFaded();
     void scrollBarsLookLikeThoseOfTheBoard();
     void previewsFillTheirLabels();
     void noPreviewIsDecodedBeforeItIsSeen();
@@ -209,6 +212,47 @@ void TestHomeLook::onlyTheSelectedHelpTabIsWide()
     QVERIFY(bar->tabRect(0).width() >= 120);
     for (int i = 1; i < bar->count(); ++i)
         QVERIFY(bar->tabRect(i).width() < 60);
+}
+
+void TestHomeLook::whatCannotBeUsedLooksFaded_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char *name : {"NewProject", "NavHelpBtn", "CheckUpdates", "CompressFiles",
+                             "ClearCacheBtn", "DeleteAll"})
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
+void TestHomeLook::whatCannotBeUsedLooksFaded()
+{
+    QFETCH(const QString, name);
+    auto *const widget = home->child(name);
+    home->window.NavSettings();
+    if (!widget->isVisible())
+        home->window.NavMain();
+    // What lies darkest on it: the ink of its text.
+    const auto darkest = [widget] {
+        const QImage image = widget->parentWidget()
+                                 ->grab(widget->geometry().adjusted(16, 4, -16, -4))
+                                 .toImage()
+                                 .convertToFormat(QImage::Format_Grayscale8);
+        int level = 255;
+        for (int y = 0; y < image.height(); ++y) {
+            const auto *const line = image.constScanLine(y);
+            level = std::min<int>(level, *std::min_element(line, line + image.width()));
+        }
+        return level;
+    };
+    widget->setEnabled(true);
+    const int usable = darkest();
+    widget->setEnabled(false);
+    QVERIFY(darkest() > usable + 40);
+    widget->setEnabled(true);
+    QCOMPARE(darkest(), usable);
+}
+
+void TestHomeLook::theCoverOfTheCacheButtonIsNotFaded()
+{
+    QVERIFY(!home->child(u"CleanedCacheS"_s)->graphicsEffect());
 }
 
 void TestHomeLook::scrollBarsLookLikeThoseOfTheBoard()
