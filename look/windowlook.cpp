@@ -31,8 +31,14 @@ QString styleSheet(const QString &name)
 /// What no window's own sheet says, and what the toolkit's dialogs wear.
 void dressProgram()
 {
-    if (qApp->styleSheet().isEmpty())
-        qApp->setStyleSheet(styleSheet(u"program"_s));
+    if (!qApp->styleSheet().isEmpty())
+        return;
+    QString sheet = styleSheet(u"program"_s);
+#ifndef Q_OS_WIN
+    // The toolkit's own have 32 pixels, and are blown up where pixels are fine. Windows has its own.
+    sheet += styleSheet(u"dialogicons"_s);
+#endif
+    qApp->setStyleSheet(sheet);
 }
 
 /// Menus are windows of their own, which no style sheet of the program reaches. A system's font for

@@ -92,6 +92,10 @@ private slots:
     void whatCannotBeUsedLooksFaded_data();
     void whatCannotBeUsedLooksFaded();
     void theCoverOfTheCacheButtonIsNotFaded();
+    void messageBoxesHaveFinePicturesOfTheFamily_data();
+    void messageBoxesHaveFinePicturesOfTheFamily();
+    void buttonsOfDialogsHaveNoPictures();
+    void aBoxThatIsNotTickedIsEmpty();
     void scrollBarsLookLikeThoseOfTheBoard();
     void previewsFillTheirLabels();
     void noPreviewIsDecodedBeforeItIsSeen();
@@ -253,6 +257,57 @@ void TestHomeLook::whatCannotBeUsedLooksFaded()
 void TestHomeLook::theCoverOfTheCacheButtonIsNotFaded()
 {
     QVERIFY(!home->child(u"CleanedCacheS"_s)->graphicsEffect());
+}
+
+void TestHomeLook::messageBoxesHaveFinePicturesOfTheFamily_data()
+{
+    QTest::addColumn<QMessageBox::Icon>("icon");
+    QTest::addColumn<QString>("picture");
+    QTest::newRow("information") << QMessageBox::Information << u":/img/information"_s;
+    QTest::newRow("question") << QMessageBox::Question << u":/img/question"_s;
+    QTest::newRow("warning") << QMessageBox::Warning << u":/img/warning"_s;
+    QTest::newRow("error") << QMessageBox::Critical << u":/img/critical"_s;
+}
+
+void TestHomeLook::messageBoxesHaveFinePicturesOfTheFamily()
+{
+#ifdef Q_OS_WIN
+    QSKIP("The system has its own.");
+#endif
+    QFETCH(const QMessageBox::Icon, icon);
+    QFETCH(const QString, picture);
+    QMessageBox box(icon, u"x"_s, u"y"_s, QMessageBox::Ok, &home->window);
+    const QImage shown = box.iconPixmap().toImage();
+    const qreal ratio = box.devicePixelRatioF();
+    const QImage drawn = QIcon(picture + u".png"_s)
+                             .pixmap(shown.size() / ratio, ratio)
+                             .toImage()
+                             .convertToFormat(shown.format());
+    QCOMPARE(shown, drawn);
+    QVERIFY(shown.width() <= 48 * ratio);
+}
+
+void TestHomeLook::buttonsOfDialogsHaveNoPictures()
+{
+    QMessageBox box(QMessageBox::NoIcon, u"x"_s, u"y"_s, QMessageBox::Ok | QMessageBox::Cancel,
+                    &home->window);
+    const auto buttons = box.buttons();
+    QCOMPARE(buttons.size(), 2);
+    for (const auto *button : buttons)
+        QVERIFY(button->icon().isNull());
+}
+
+void TestHomeLook::aBoxThatIsNotTickedIsEmpty()
+{
+    home->window.NavSettings();
+    auto *const box = home->child<QAbstractButton>(u"CompressFiles"_s);
+    QVERIFY(!box->isChecked());
+    const QImage image = box->grab().toImage();
+    // Inside of its border of two pixels, which is round at the corners.
+    for (int y = 4; y < 16; ++y) {
+        for (int x = 4; x < 16; ++x)
+            QCOMPARE(image.pixelColor(x, y), QColor(Qt::white));
+    }
 }
 
 void TestHomeLook::scrollBarsLookLikeThoseOfTheBoard()
