@@ -5,6 +5,8 @@
 #include <QLocale>
 #include <QTranslator>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -17,6 +19,20 @@ QString localeName(const QString &language)
 #else
     return QLocale(language).name();
 #endif
+}
+
+bool isSpanish(const QString &language)
+{
+    return QLocale(language).language() == QLocale::Spanish;
+}
+
+/// Whoever reads another Spanish than Mexico's would otherwise meet the toolkit's texts in English, amid
+/// those of the program.
+void installToolkitTexts()
+{
+    auto *const translator = new QTranslator(QCoreApplication::instance());
+    if (translator->load(u":/i18n/Plumara_es_MX"_s))
+        QCoreApplication::installTranslator(translator);
 }
 
 } // namespace
@@ -38,4 +54,6 @@ void installTranslation(QTranslator &translator, const QStringList &languages)
             return;
         }
     }
+    if (std::ranges::any_of(languages, isSpanish))
+        installToolkitTexts();
 }

@@ -9,5 +9,6 @@ class QTranslator;
 QStringList systemLanguages();
 
 /// Loads into \a translator the first translation that the program has for \a languages, and
-/// installs it. Installs nothing when there is none: the program's own texts are Spanish anyway.
+/// installs it. Where there is none, the program's own texts are Spanish anyway; the toolkit's are Spanish
+/// too if any of the languages is one, and \a translator stays empty.
 void installTranslation(QTranslator &translator, const QStringList &languages);

@@ -7,6 +7,21 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+QString unsavedMarker()
+{
+    return u"* (Sin guardar)"_s;
+}
+
+} // namespace
+
+/// However long the name is, the marker after it is seen.
+void BoardWindow::keepMarkerInSight()
+{
+    ui->NombreProyectoTxt->setKeptEnding(unsavedMarker());
+}
+
 void BoardWindow::setUnsaved(bool value)
 {
     unsaved = value;
@@ -21,7 +36,7 @@ void BoardWindow::updateTitleLabel()
         return;
     QString text = QFileInfo(currentFilePath).fileName();
     if (unsaved)
-        text += u"* (Sin guardar)"_s;
+        text += unsavedMarker();
     showBoardName(text);
 }
 

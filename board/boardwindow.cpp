@@ -3,6 +3,7 @@
 
 #include "board/boardgeometry.h"
 #include "board/longwork.h"
+#include "board/scrollgrip.h"
 #include "look/windowlook.h"
 
 #include "ui_boardwindow.h"
@@ -11,6 +12,7 @@
 #include <QMessageBox>
 #include <QPainter>
 #include <QPropertyAnimation>
+#include <QScrollBar>
 #include <QTimer>
 #include <QWindow>
 
@@ -31,6 +33,8 @@ BoardWindow::BoardWindow(QWidget *home, QWidget *parent)
     ui->AdviseFS->hide();
     buildScene();
     buildWindow();
+    widenGrips();
+    keepMarkerInSight();
     startClock();
     ui->PizarraMain->installEventFilter(this);
     ui->PizarraMain->setAttribute(Qt::WA_MouseTracking);
@@ -65,6 +69,14 @@ void BoardWindow::buildWindow()
     QLocale::setDefault(locale);
     setFixedSize(size());
     setFocusPolicy(Qt::NoFocus);
+}
+
+/// The bars are drawn slimmer than a hand can aim.
+void BoardWindow::widenGrips()
+{
+    auto *const view = ui->PizarraMain;
+    for (auto *bar : {view->verticalScrollBar(), view->horizontalScrollBar()})
+        new ScrollGrip(bar, view);
 }
 
 void BoardWindow::showEvent(QShowEvent *event)

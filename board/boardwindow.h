@@ -124,10 +124,14 @@ private:
     // boardwindow.cpp
     void buildScene();
     void buildWindow();
+    void widenGrips();
     void startClock();
     void showTime();
     void connectSignals();
     void warn(const QString &text);
+
+    // boardname.cpp
+    void keepMarkerInSight();
 
     // canvasinput.cpp
     void enterMode(ToolMode mode);

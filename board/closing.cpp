@@ -1,6 +1,8 @@
 // The way back to the home window: the question whether to save, and the emptying of the board.
 #include "board/boardwindow.h"
 
+#include "look/windowplace.h"
+
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -60,7 +62,9 @@ void BoardWindow::resetBoard()
     setUnsaved(false);
     // Quirk: a board that was just saved is not in the list yet, because the home window is only
     // shown and makes its list at the start and when a row of it is opened.
-    if (homeWindow)
+    if (homeWindow) {
+        takePlaceOf(*homeWindow, *this);
         homeWindow->show();
+    }
     close();
 }

@@ -4,12 +4,18 @@
 #include "board/scarcememory.h"
 
 #include <QFileInfo>
+#include <QImageReader>
 
 QPixmap readPicture(const QString &path)
 {
-    QPixmap pixmap;
     // Of a device or a pipe there may be no end.
-    if (!QFileInfo(path).isFile() || !fitsInMemory([&] { pixmap.load(path); }))
+    if (!QFileInfo(path).isFile())
+        return {};
+    QImageReader reader(path);
+    // A telephone stores a photograph as its sensor lies, and beside it how it was held.
+    reader.setAutoTransform(true);
+    QPixmap pixmap;
+    if (!fitsInMemory([&] { pixmap = QPixmap::fromImageReader(&reader); }))
         return {};
     // A name that ends in "@2x" would have the toolkit show the picture at half its size.
     pixmap.setDevicePixelRatio(1.0);

@@ -3,6 +3,7 @@
 
 #include "board/boardgeometry.h"
 #include "look/windowlook.h"
+#include "look/windowplace.h"
 
 #include "ui_boardwindow.h"
 
@@ -164,9 +165,7 @@ void BoardWindow::stopPresentation()
     const QRect screen = QGuiApplication::primaryScreen()->geometry();
     const QPoint corner((screen.left() + screen.right()) / 2 - (width() - 1) / 2,
                         (screen.top() + screen.bottom()) / 2 - (height() - 1) / 2);
-    move(corner);
-    // On X11 the frame of the new native window is not there yet; say that it counts.
-    windowHandle()->setFramePosition(corner);
+    moveWindow(*this, corner);
 
     auto *const view = ui->PizarraMain;
     view->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);

@@ -5,7 +5,6 @@
 #include "items/resizablepixmapitem.h"
 
 #include <QByteArrayView>
-#include <QPixmapCache>
 #include <QtEndian>
 
 #include <utility>
@@ -63,8 +62,6 @@ extern "C" size_t LLVMFuzzerCustomMutator(uint8_t *data, size_t size, size_t lar
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    // The toolkit takes a file of the same name, size and second for the same picture.
-    QPixmapCache::clear();
     const QPixmap picture = readPicture(fileWith(data, size));
     if (!picture.isNull()) {
         std::vector<std::unique_ptr<QGraphicsItem>> items;

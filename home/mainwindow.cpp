@@ -83,6 +83,9 @@ MainWindow::MainWindow(QWidget *parent)
     ui->listWidget->setItemDelegate(projectDelegate.get());
     // Made before showProjects() makes its first connection, and so served before all of them.
     connect(ui->listWidget, &QListWidget::itemClicked, this, [this] { clickServed = false; });
+    openBoardsByEnter();
+    ui->listWidget->setPlaceholder(
+        u"Aquí aparecerán las pizarras que guarde en\n%1"_s.arg(dataPath));
 
     if (!QDir(dataPath).exists())
         QDir(dataPath).mkpath(u"."_s);

@@ -105,6 +105,7 @@ private:
     void showPage(const QWidget *page);
 
     // recentboards.cpp
+    void openBoardsByEnter();
     BoardWindow *board();
     void openBoard(const QString &path);
 

@@ -4,12 +4,14 @@
 #include "board/boardwindow.h"
 #include "board/longwork.h"
 #include "home/projectdelegate.h"
+#include "look/windowplace.h"
 
 #include "ui_mainwindow.h"
 
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QShortcut>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -68,8 +70,21 @@ void MainWindow::onProjectDoubleClicked(QListWidgetItem *item)
         clickServed = true;
 }
 
+/// Has both keys for Enter open the selected row of the list while it has the keyboard.
+void MainWindow::openBoardsByEnter()
+{
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto *const enter = new QShortcut(QKeySequence(key), ui->listWidget);
+        enter->setContext(Qt::WidgetShortcut);
+        enter->setAutoRepeat(false);
+        connect(enter, &QShortcut::activated, this,
+                [this] { onProjectDoubleClicked(ui->listWidget->selectedItems().value(0)); });
+    }
+}
+
 void MainWindow::startProject()
 {
+    takePlaceOf(*board(), *this);
     board()->show();
     hide();
 }
@@ -102,6 +117,7 @@ void MainWindow::openBoard(const QString &path)
     // board is named and shown whatever became of opening; it is saved to its earlier file, or
     // asks.
     board()->showBoardName(QFileInfo(path).fileName());
+    takePlaceOf(*board(), *this);
     board()->show();
     // A window that has just come up shows what is behind it until it is painted.
     LongWork::waitUntilPainted(*board());

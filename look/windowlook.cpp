@@ -1,14 +1,17 @@
 // Dresses a window: font, style sheet, pictures by scale, names for screen readers.
 #include "look/windowlook.h"
 
+#include "look/fading.h"
+#include "look/focusmark.h"
 #include "look/picturelabel.h"
 #include "look/plainmessages.h"
+#include "look/tooltips.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QFile>
 #include <QFontDatabase>
 #include <QLabel>
-#include <QToolTip>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -19,6 +22,25 @@ QString programFamily()
     return u"Montserrat"_s;
 }
 
+QString styleSheet(const QString &name)
+{
+    QFile sheet(u":/styles/%1.qss"_s.arg(name));
+    return sheet.open(QIODevice::ReadOnly) ? QString::fromUtf8(sheet.readAll()) : QString();
+}
+
+/// What no window's own sheet says, and what the toolkit's dialogs wear.
+void dressProgram()
+{
+    if (!qApp->styleSheet().isEmpty())
+        return;
+    QString sheet = styleSheet(u"program"_s);
+#ifndef Q_OS_WIN
+    // The toolkit's own have 32 pixels, and are blown up where pixels are fine. Windows has its own.
+    sheet += styleSheet(u"dialogicons"_s);
+#endif
+    qApp->setStyleSheet(sheet);
+}
+
 /// Menus are windows of their own, which no style sheet of the program reaches. A system's font for
 /// menus may hold black and white drawings of some of the circles that the note's menu shows in
 /// their colours; the program's font holds none, and so leaves them all to the coloured ones.
@@ -27,14 +49,6 @@ void dressMenus()
     QFont font = QApplication::font("QMenu");
     font.setFamilies({programFamily(), u"Segoe UI Emoji"_s, u"Noto Color Emoji"_s});
     QApplication::setFont(font, "QMenu");
-}
-
-/// Nor does a style sheet reach the font of tool tips.
-void dressToolTips()
-{
-    QFont font = QToolTip::font();
-    font.setFamilies({programFamily()});
-    QToolTip::setFont(font);
 }
 
 /// Those of pages that are not seen at first wait until they are.
@@ -57,6 +71,16 @@ void nameByToolTips(const QWidget &window)
     }
 }
 
+void fadeDisabledButtons(const QWidget &window)
+{
+    const auto buttons = window.findChildren<QAbstractButton *>();
+    for (auto *button : buttons) {
+        // What takes no focus is no button to a person.
+        if (button->focusPolicy() != Qt::NoFocus)
+            fadeWhileDisabled(*button);
+    }
+}
+
 } // namespace
 
 void registerFont()
@@ -73,18 +97,19 @@ void registerFont()
 void applyWindowStyle(QWidget &window)
 {
     registerFont();
-    QFile style(u":/styles/window.qss"_s);
-    if (style.open(QIODevice::ReadOnly))
-        window.setStyleSheet(QString::fromUtf8(style.readAll()));
+    dressProgram();
+    window.setStyleSheet(styleSheet(u"window"_s));
     dressMenus();
     dressToolTips();
     showMessagesAsTyped();
+    markKeyboardFocus();
 }
 
 void dressWidgets(QWidget &window)
 {
     showPictures(window);
     nameByToolTips(window);
+    fadeDisabledButtons(window);
 }
 
 void applyWindowLook(QWidget &window)

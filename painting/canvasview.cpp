@@ -1,6 +1,8 @@
 // Puts the kept picture of the board on the screen.
 #include "painting/canvasview.h"
 
+#include "painting/selectedpapers.h"
+
 #include <QPainter>
 #include <QPaintEvent>
 
@@ -21,6 +23,14 @@ CanvasView::CanvasView(QWidget *parent)
 }
 
 void CanvasView::paintEvent(QPaintEvent *event)
+{
+    showPicture(event);
+    QPainter painter(viewport());
+    painter.setClipRegion(event->region());
+    drawSelectedPapers(painter, *this);
+}
+
+void CanvasView::showPicture(QPaintEvent *event)
 {
     const QRegion rest = canvas.matchView() - event->region();
     if (canvas.picture().isNull()) {

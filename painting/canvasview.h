@@ -27,6 +27,7 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
+    void showPicture(QPaintEvent *event);
     void prepareLater();
 
     CanvasFrame canvas{*this};

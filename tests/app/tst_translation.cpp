@@ -19,11 +19,14 @@ class TestTranslation : public QObject
     Q_OBJECT
 
 private slots:
+    void cleanup();
     void mexicanSpanishIsInstalled();
     void aLaterLanguageWithATranslationIsInstalled_data();
     void aLaterLanguageWithATranslationIsInstalled();
     void withoutATranslationNothingIsInstalled_data();
     void withoutATranslationNothingIsInstalled();
+    void inAnotherSpanishTheToolkitSpeaksSpanishToo_data();
+    void inAnotherSpanishTheToolkitSpeaksSpanishToo();
 #ifndef Q_OS_WIN
     void theSystemsLanguagesComeInItsOrder();
 #endif
@@ -37,6 +40,13 @@ QString translated()
 }
 
 } // namespace
+
+void TestTranslation::cleanup()
+{
+    // What the program keeps for as long as it runs.
+    qDeleteAll(qApp->findChildren<QTranslator *>());
+    QCOMPARE(translated(), QLatin1String(english));
+}
 
 void TestTranslation::mexicanSpanishIsInstalled()
 {
@@ -67,8 +77,6 @@ void TestTranslation::withoutATranslationNothingIsInstalled_data()
     QTest::addColumn<QStringList>("languages");
     QTest::newRow("no language") << QStringList();
     QTest::newRow("others") << QStringList{u"fr-FR"_s, u"en-US"_s};
-    // Only a longer name falls back to a shorter one: "es_ES" to "es", not to "es_MX".
-    QTest::newRow("another Spanish") << QStringList{u"es-ES"_s, u"es"_s};
     QTest::newRow("no tag at all") << QStringList{u""_s, u"C"_s};
 }
 
@@ -79,6 +87,26 @@ void TestTranslation::withoutATranslationNothingIsInstalled()
     installTranslation(translator, languages);
     QVERIFY(translator.isEmpty());
     QCOMPARE(translated(), QLatin1String(english));
+}
+
+void TestTranslation::inAnotherSpanishTheToolkitSpeaksSpanishToo_data()
+{
+    QTest::addColumn<QStringList>("languages");
+    QTest::newRow("Spanish") << QStringList{u"es"_s};
+    QTest::newRow("of Spain") << QStringList{u"es-ES"_s, u"es"_s};
+    QTest::newRow("of Latin America") << QStringList{u"es-419"_s};
+    QTest::newRow("with its script") << QStringList{u"es-Latn-AR"_s};
+    QTest::newRow("after another language") << QStringList{u"en-US"_s, u"es-CO"_s};
+}
+
+void TestTranslation::inAnotherSpanishTheToolkitSpeaksSpanishToo()
+{
+    QFETCH(QStringList, languages);
+    QTranslator translator;
+    installTranslation(translator, languages);
+    QCOMPARE(translated(), spanish);
+    // The program's own translation is Mexico's, and its name is no other's.
+    QVERIFY(translator.isEmpty());
 }
 
 // Windows has no variable that stands for the person's settings.

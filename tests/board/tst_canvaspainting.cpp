@@ -90,6 +90,8 @@ private slots:
     void whatMovesBetweenOthersLooksAsPaintedAnew_data();
     void whatMovesBetweenOthersLooksAsPaintedAnew();
     void whatHappensAmidAGestureIsSeen();
+    void aSelectedNoteHasAFrame();
+    void theFrameOfASelectedNoteGoesWithIt();
     void aDeletedArrowLeavesNoHead();
     void anotherTextInTheSamePlaceIsSeen();
     void whereATextWouldBeDroppedIsSeen();
@@ -322,6 +324,73 @@ void TestCanvasPainting::whatMovesBetweenOthersLooksAsPaintedAnew()
         note->moveBy(13 * (i % 5), 7 * (i % 3));
         QCOMPARE(differences(board), QString());
     }
+}
+
+void TestCanvasPainting::aSelectedNoteHasAFrame()
+{
+    ShownBoard board;
+    if (!isOnReadableScreen(canvasOf(board)))
+        QSKIP("The screen cannot be read here.");
+    auto *const note = new StickyNoteItem;
+    note->setPos(300, 200);
+    board.scene.addItem(note);
+    board.processEvents();
+    board.processEvents();
+    const QImage before = shownPicture(canvasOf(board));
+
+    board.pointer.click({305, 205});
+    QVERIFY(note->isSelected());
+    board.processEvents();
+    board.processEvents();
+    const QImage selected = shownPicture(canvasOf(board));
+    // Dashes all around, and nothing else.
+    const QRect paper(300, 200, 300, 300);
+    const QRegion frame = QRegion(paper) - paper.adjusted(1, 1, -1, -1);
+    int black = 0;
+    for (int y = 0; y < before.height(); ++y) {
+        for (int x = 0; x < before.width(); ++x) {
+            if (!frame.contains(QPoint(x, y)))
+                QCOMPARE(selected.pixel(x, y), before.pixel(x, y));
+            else if (selected.pixelColor(x, y) == QColor(Qt::black))
+                ++black;
+            else
+                QCOMPARE(selected.pixelColor(x, y), QColor(Qt::white));
+        }
+    }
+    QVERIFY(black > 500 && black < 800);
+
+    board.pointer.click({1000, 600});
+    QVERIFY(!note->isSelected());
+    board.processEvents();
+    board.processEvents();
+    QCOMPARE(shownPicture(canvasOf(board)), before);
+}
+
+void TestCanvasPainting::theFrameOfASelectedNoteGoesWithIt()
+{
+    ShownBoard board;
+    addLesson(board.scene, 40);
+    auto *const note = new StickyNoteItem;
+    note->setPos(300, 200);
+    board.scene.addItem(note);
+    board.processEvents();
+
+    board.pointer.press({305, 205});
+    QCOMPARE(differences(board), QString());
+    for (const QPointF place : {QPointF(310, 215), QPointF(390, 240), QPointF(391, 241)}) {
+        board.pointer.move(place);
+        QCOMPARE(differences(board), QString());
+    }
+    board.pointer.release({391, 241});
+    board.view.verticalScrollBar()->setValue(33);
+    QCOMPARE(differences(board), QString());
+    // A stroke across the frame has only its own pixels painted.
+    addStroke(board.scene, {{350, 260}, {500, 300}, {420, 230}});
+    QCOMPARE(differences(board), QString());
+    note->setNoteColor(StickyNoteItem::Pink);
+    QCOMPARE(differences(board), QString());
+    delete note;
+    QCOMPARE(differences(board), QString());
 }
 
 void TestCanvasPainting::whatHappensAmidAGestureIsSeen()

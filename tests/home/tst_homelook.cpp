@@ -7,7 +7,10 @@
 
 #include <QFontInfo>
 #include <QLabel>
+#include <QListWidget>
+#include <QMessageBox>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTabBar>
 #include <QTabWidget>
 
@@ -47,6 +50,20 @@ const char *const overlayLabels[] = {
     "InstallerLogo", "UpdateIcon",     "NewVersionDesc_2",
 };
 
+/// What \a bar, which has somewhere to scroll to, shows across its grip.
+QList<QColor> acrossTheGrip(QScrollBar &bar)
+{
+    bar.setRange(0, 100);
+    bar.setValue(0);
+    const QImage image = bar.grab().toImage();
+    const bool upright = bar.orientation() == Qt::Vertical;
+    constexpr int inside = 10; // pixels from the end of the grip
+    QList<QColor> colors;
+    for (int i = 0; i < (upright ? image.width() : image.height()); ++i)
+        colors << (upright ? image.pixelColor(i, inside) : image.pixelColor(inside, i));
+    return colors;
+}
+
 QString withoutBlanks(QString text)
 {
     return text.remove(u' ').remove(u'\n').remove(u'\t');
@@ -72,6 +89,14 @@ private slots:
     void theRulesAreDrawnInTheirColors();
     void onlyTheSelectedHelpTabShowsItsText();
     void onlyTheSelectedHelpTabIsWide();
+    void whatCannotBeUsedLooksFaded_data();
+    void whatCannotBeUsedLooksFaded();
+    void theCoverOfTheCacheButtonIsNotFaded();
+    void messageBoxesHaveFinePicturesOfTheFamily_data();
+    void messageBoxesHaveFinePicturesOfTheFamily();
+    void buttonsOfDialogsHaveNoPictures();
+    void aBoxThatIsNotTickedIsEmpty();
+    void scrollBarsLookLikeThoseOfTheBoard();
     void previewsFillTheirLabels();
     void noPreviewIsDecodedBeforeItIsSeen();
 
@@ -191,6 +216,122 @@ void TestHomeLook::onlyTheSelectedHelpTabIsWide()
     QVERIFY(bar->tabRect(0).width() >= 120);
     for (int i = 1; i < bar->count(); ++i)
         QVERIFY(bar->tabRect(i).width() < 60);
+}
+
+void TestHomeLook::whatCannotBeUsedLooksFaded_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char *name : {"NewProject", "NavHelpBtn", "CheckUpdates", "CompressFiles",
+                             "ClearCacheBtn", "DeleteAll"})
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
+void TestHomeLook::whatCannotBeUsedLooksFaded()
+{
+    QFETCH(const QString, name);
+    auto *const widget = home->child(name);
+    home->window.NavSettings();
+    if (!widget->isVisible())
+        home->window.NavMain();
+    // What lies darkest on it: the ink of its text.
+    const auto darkest = [widget] {
+        const QImage image = widget->parentWidget()
+                                 ->grab(widget->geometry().adjusted(16, 4, -16, -4))
+                                 .toImage()
+                                 .convertToFormat(QImage::Format_Grayscale8);
+        int level = 255;
+        for (int y = 0; y < image.height(); ++y) {
+            const auto *const line = image.constScanLine(y);
+            level = std::min<int>(level, *std::min_element(line, line + image.width()));
+        }
+        return level;
+    };
+    widget->setEnabled(true);
+    const int usable = darkest();
+    widget->setEnabled(false);
+    QVERIFY(darkest() > usable + 40);
+    widget->setEnabled(true);
+    QCOMPARE(darkest(), usable);
+}
+
+void TestHomeLook::theCoverOfTheCacheButtonIsNotFaded()
+{
+    QVERIFY(!home->child(u"CleanedCacheS"_s)->graphicsEffect());
+}
+
+void TestHomeLook::messageBoxesHaveFinePicturesOfTheFamily_data()
+{
+    QTest::addColumn<QMessageBox::Icon>("icon");
+    QTest::addColumn<QString>("picture");
+    QTest::newRow("information") << QMessageBox::Information << u":/img/information"_s;
+    QTest::newRow("question") << QMessageBox::Question << u":/img/question"_s;
+    QTest::newRow("warning") << QMessageBox::Warning << u":/img/warning"_s;
+    QTest::newRow("error") << QMessageBox::Critical << u":/img/critical"_s;
+}
+
+void TestHomeLook::messageBoxesHaveFinePicturesOfTheFamily()
+{
+#ifdef Q_OS_WIN
+    QSKIP("The system has its own.");
+#endif
+    QFETCH(const QMessageBox::Icon, icon);
+    QFETCH(const QString, picture);
+    QMessageBox box(icon, u"x"_s, u"y"_s, QMessageBox::Ok, &home->window);
+    const QImage shown = box.iconPixmap().toImage();
+    const qreal ratio = box.devicePixelRatioF();
+    const QImage drawn = QIcon(picture + u".png"_s)
+                             .pixmap(shown.size() / ratio, ratio)
+                             .toImage()
+                             .convertToFormat(shown.format());
+    QCOMPARE(shown, drawn);
+    QVERIFY(shown.width() <= 48 * ratio);
+}
+
+void TestHomeLook::buttonsOfDialogsHaveNoPictures()
+{
+    QMessageBox box(QMessageBox::NoIcon, u"x"_s, u"y"_s, QMessageBox::Ok | QMessageBox::Cancel,
+                    &home->window);
+    const auto buttons = box.buttons();
+    QCOMPARE(buttons.size(), 2);
+    for (const auto *button : buttons)
+        QVERIFY(button->icon().isNull());
+}
+
+void TestHomeLook::aBoxThatIsNotTickedIsEmpty()
+{
+    home->window.NavSettings();
+    auto *const box = home->child<QAbstractButton>(u"CompressFiles"_s);
+    QVERIFY(!box->isChecked());
+    const QImage image = box->grab().toImage();
+    // Inside of its border of two pixels, which is round at the corners.
+    for (int y = 4; y < 16; ++y) {
+        for (int x = 4; x < 16; ++x)
+            QCOMPARE(image.pixelColor(x, y), QColor(Qt::white));
+    }
+}
+
+void TestHomeLook::scrollBarsLookLikeThoseOfTheBoard()
+{
+    auto *const list = home->child<QListWidget>(u"listWidget"_s);
+    // A dialog of the toolkit that the program opens.
+    QMessageBox box(&home->window);
+    auto *const area = new QListWidget(&box);
+    area->resize(200, 200);
+    for (auto *view : {list, area}) {
+        for (int i = 0; i < 40; ++i)
+            view->addItem(QString(200, u'x'));
+        view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    }
+    box.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&box));
+    for (auto *bar : {list->verticalScrollBar(), list->horizontalScrollBar(),
+                      area->verticalScrollBar(), area->horizontalScrollBar()}) {
+        const QList<QColor> colors = acrossTheGrip(*bar);
+        QCOMPARE(colors.count(QColor(0x88, 0x88, 0x88)), 5);
+        // Nothing of it is raised; the pointer has more to aim at.
+        QCOMPARE(QSet<QRgb>({colors.constFirst().rgb(), colors.constLast().rgb()}).size(), 1);
+        QVERIFY(colors.size() >= 10);
+    }
 }
 
 void TestHomeLook::previewsFillTheirLabels()

@@ -67,6 +67,9 @@ private slots:
     void twoClicksInARowAreTwoClicks();
     void theSlotServesDirectCallsToo();
     void aClickOnNoBoardDoesNothing();
+    void enterOpensTheSelectedBoard_data();
+    void enterOpensTheSelectedBoard();
+    void enterOpensNothingElsewhere();
     void aVanishedBoardIsReportedOnceAndTheBoardWindowShown();
     void theListIsNotRefreshedWhenTheBoardCloses();
 
@@ -170,6 +173,46 @@ void TestOpenBoard::aClickOnNoBoardDoesNothing()
     QVERIFY(!home->board());
     QVERIFY(home->window.isVisible());
     QCOMPARE(home->listed(), QStringList({u"no path"_s}));
+}
+
+void TestOpenBoard::enterOpensTheSelectedBoard_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("on the letters") << Qt::Key_Return;
+    QTest::newRow("on the keypad") << Qt::Key_Enter;
+}
+
+void TestOpenBoard::enterOpensTheSelectedBoard()
+{
+    QFETCH(const Qt::Key, key);
+    home->writeBoards(3);
+    QVERIFY(QTest::qWaitForWindowActive(&home->window));
+    home->list()->setFocus(Qt::TabFocusReason);
+    const QSignalSpy rebuilt(home->list()->model(), &QAbstractItemModel::modelReset);
+    QTest::keyClick(home->window.windowHandle(), Qt::Key_End);
+    QTest::keyClick(home->window.windowHandle(), Qt::Key_Up);
+
+    QTest::keyClick(home->window.windowHandle(), key,
+                    key == Qt::Key_Enter ? Qt::KeypadModifier : Qt::NoModifier);
+
+    QVERIFY(home->boardIsOpen());
+    QCOMPARE(home->boardName(), u"b2.vtrz"_s);
+    QCOMPARE(rebuilt.size(), 1);
+}
+
+void TestOpenBoard::enterOpensNothingElsewhere()
+{
+    home->writeBoards(2);
+    QVERIFY(QTest::qWaitForWindowActive(&home->window));
+    // No row is selected yet.
+    home->list()->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(home->window.windowHandle(), Qt::Key_Return);
+    QVERIFY(!home->board());
+
+    home->list()->setCurrentRow(1);
+    home->child(u"NavMainBtn"_s)->setFocus();
+    QTest::keyClick(home->window.windowHandle(), Qt::Key_Return);
+    QVERIFY(!home->board());
 }
 
 void TestOpenBoard::aVanishedBoardIsReportedOnceAndTheBoardWindowShown()

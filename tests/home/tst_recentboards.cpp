@@ -3,10 +3,12 @@
 #include "tests/support/files/boardfiles.h"
 #include "tests/support/files/files.h"
 #include "tests/support/home/boardshome.h"
+#include "tests/support/look/contrast.h"
 #include "tests/support/main/registeredtest.h"
 
 #include <QIcon>
 #include <QPainter>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
@@ -51,6 +53,19 @@ private:
     QTemporaryDir folder;
 };
 
+/// Where in \a image anything but its ground is painted.
+QRect inkOf(const QImage &image)
+{
+    QRect ink;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixel(x, y) != image.pixel(0, 0))
+                ink |= QRect(x, y, 1, 1);
+        }
+    }
+    return ink;
+}
+
 } // namespace
 
 class TestRecentBoards : public QObject
@@ -72,8 +87,14 @@ private slots:
     void otherFilesAndFoldersAreNotListed();
     void boardsAreListedAtStart();
 
+    // An empty list
+    void anEmptyListSaysWhereBoardsWillAppear();
+    void thePlaceOfTheBoardsIsCutWhereItIsTooLong();
+
     // The rows
     void everyRowIs60PixelsHigh();
+    void rowsAreAsWideAsTheListShows_data();
+    void rowsAreAsWideAsTheListShows();
     void evenRowsAreShaded();
     void theSelectedRowIsHighlighted();
     void aRowIsDrawnAsDesigned_data();
@@ -173,6 +194,46 @@ void TestRecentBoards::boardsAreListedAtStart()
     QCOMPARE(second.findChild<QListWidget *>(u"listWidget"_s)->count(), 1);
 }
 
+void TestRecentBoards::anEmptyListSaysWhereBoardsWillAppear()
+{
+    auto *const viewport = home->list()->viewport();
+    const QRect ink = inkOf(viewport->grab().toImage());
+    // Two lines in the middle.
+    QVERIFY(ink.height() > 20 && ink.height() < 60);
+    QVERIFY((ink.center() - viewport->rect().center()).manhattanLength() < 12);
+    const double contrast =
+        Contrast::in(home->window, ink.translated(viewport->mapTo(&home->window, QPoint())));
+    QVERIFY(contrast >= Contrast::enough);
+    QVERIFY(contrast < 10); // quietly
+
+    home->writeBoards(1);
+    const QRect belowTheRow = viewport->rect().adjusted(0, 60, 0, 0);
+    QVERIFY(inkOf(viewport->grab(belowTheRow).toImage()).isEmpty());
+
+    QFile::remove(home->boardPath(u"b1.vtrz"_s));
+    home->window.showProjects();
+    QCOMPARE(inkOf(viewport->grab().toImage()), ink);
+}
+
+void TestRecentBoards::thePlaceOfTheBoardsIsCutWhereItIsTooLong()
+{
+#ifdef Q_OS_WIN
+    QSKIP("The home folder is not where a variable says.");
+#endif
+    const ScratchHome scratch;
+    const QByteArray before = qgetenv("HOME");
+    const QString deep = scratch.path(QString(150, u'x'));
+    QVERIFY(QDir().mkpath(deep));
+    qputenv("HOME", QFile::encodeName(deep));
+    const MainWindow deepHome;
+    qputenv("HOME", before);
+
+    const auto *const viewport = deepHome.findChild<QListWidget *>(u"listWidget"_s)->viewport();
+    const QRect ink = inkOf(const_cast<QWidget *>(viewport)->grab().toImage());
+    QVERIFY(ink.width() > 600);
+    QVERIFY(ink.left() >= 20 && ink.right() <= viewport->width() - 20);
+}
+
 void TestRecentBoards::everyRowIs60PixelsHigh()
 {
     home->writeBoards(3);
@@ -183,6 +244,32 @@ void TestRecentBoards::everyRowIs60PixelsHigh()
     option.rect = QRect(3, 4, 321, 17);
     QCOMPARE(home->list()->itemDelegate()->sizeHint(option, home->list()->model()->index(0, 0)),
              QSize(321, 60));
+}
+
+void TestRecentBoards::rowsAreAsWideAsTheListShows_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::newRow("all seen") << 5;
+    QTest::newRow("with a bar beside them") << 6;
+    QTest::newRow("many") << 40;
+}
+
+void TestRecentBoards::rowsAreAsWideAsTheListShows()
+{
+    QFETCH(const int, count);
+    home->writeBoards(count);
+    const auto *const list = home->list();
+    QTRY_COMPARE(list->visualItemRect(list->item(0)).width(), list->viewport()->width());
+    QCOMPARE(list->verticalScrollBar()->isVisible(), count > 5);
+    QVERIFY(!list->horizontalScrollBar()->isVisible());
+    QCOMPARE(list->horizontalScrollBar()->maximum(), 0);
+
+    // Also where they were there before the window.
+    MainWindow next;
+    next.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&next));
+    const auto *const other = next.findChild<QListWidget *>(u"listWidget"_s);
+    QTRY_VERIFY(!other->horizontalScrollBar()->isVisible());
 }
 
 void TestRecentBoards::evenRowsAreShaded()

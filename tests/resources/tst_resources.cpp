@@ -111,13 +111,13 @@ void TestResources::everyPictureOfTheProgramShowsSomething_data()
     QTest::addColumn<QString>("path");
 
     const char *const names[] = {
-        "cursor",     "texto",    "lapiz",     "linea",      "imagen",     "borrador",
-        "deshacer",   "rehacer",  "saveas",    "closeboard", "arrow",      "orvaneplumaraico",
-        "plumbanner", "icoboard", "settings",  "help",       "newproject", "import",
-        "clear",      "checked",  "checkedb",  "unchecked",  "switch",     "delete",
-        "plumdoc",    "update",   "menuhelp",  "postithelp", "pencilhelp", "linehelp",
-        "imghelp",    "prehelp",  "borrahelp", "closehelp",  "logobrandb", "presentation",
-        "plumupdater"};
+        "cursor",      "texto",    "lapiz",       "linea",      "imagen",     "borrador",
+        "deshacer",    "rehacer",  "saveas",      "closeboard", "arrow",      "orvaneplumaraico",
+        "plumbanner",  "icoboard", "settings",    "help",       "newproject", "import",
+        "clear",       "checked",  "checkedb",    "unchecked",  "switch",     "delete",
+        "plumdoc",     "update",   "menuhelp",    "postithelp", "pencilhelp", "linehelp",
+        "imghelp",     "prehelp",  "borrahelp",   "closehelp",  "logobrandb", "presentation",
+        "plumupdater", "critical", "information", "question",   "warning"};
     for (const char *name : names)
         QTest::newRow(name) << u":/img/%1.png"_s.arg(QLatin1StringView(name));
     QTest::newRow("AIicon") << u":/Imageres/AIicon.png"_s;

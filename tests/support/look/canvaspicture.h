@@ -2,9 +2,11 @@
 #pragma once
 
 #include "painting/canvasview.h"
+#include "painting/selectedpapers.h"
 
 #include <QCoreApplication>
 #include <QImage>
+#include <QPainter>
 #include <QScreen>
 #include <QScrollBar>
 #include <QWindow>
@@ -13,14 +15,22 @@
 #include <cstdlib>
 #include <cstring>
 
-/// What the screen shows where the canvas \a view is. On Windows another window may lie before it, and a
-/// screen of finer pixels cannot be read offscreen; there it is what the view gives to be shown.
-inline QImage shownPicture(const CanvasView &view)
+/// Whether the screen can be read where the canvas \a view is. On Windows another window may lie before
+/// it, and a screen of finer pixels cannot be read offscreen.
+inline bool isOnReadableScreen(const CanvasView &view)
 {
 #ifdef Q_OS_WIN
-    return view.frame().picture();
+    return false;
 #else
-    if (view.devicePixelRatioF() != 1)
+    return view.devicePixelRatioF() == 1;
+#endif
+}
+
+/// What the screen shows where the canvas \a view is, or, where it cannot be read, the picture that the
+/// view keeps.
+inline QImage shownPicture(const CanvasView &view)
+{
+    if (!isOnReadableScreen(view))
         return view.frame().picture();
     const auto &window = *view.window();
     const QPoint corner = view.viewport()->mapTo(&window, QPoint());
@@ -29,10 +39,10 @@ inline QImage shownPicture(const CanvasView &view)
         ->grabWindow(window.winId(), corner.x(), corner.y(), size.width(), size.height())
         .toImage()
         .convertToFormat(QImage::Format_RGB32);
-#endif
 }
 
-/// What a view of the toolkit shows in the place of \a view that paints everything anew.
+/// What a view of the toolkit shows in the place of \a view that paints everything anew, with the frames
+/// that our own draws over it.
 inline QImage paintedAnew(const CanvasView &view)
 {
     QGraphicsView fresh(view.scene());
@@ -52,7 +62,12 @@ inline QImage paintedAnew(const CanvasView &view)
     };
     scrollLike(*fresh.horizontalScrollBar(), *view.horizontalScrollBar());
     scrollLike(*fresh.verticalScrollBar(), *view.verticalScrollBar());
-    return fresh.viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    QImage image = fresh.viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    if (isOnReadableScreen(view)) {
+        QPainter painter(&image);
+        drawSelectedPapers(painter, fresh);
+    }
+    return image;
 }
 
 /// The pixels of \a view that none of the panels over it covers.

@@ -15,6 +15,8 @@ namespace Contrast {
 
 /// What a person with weak eyes needs for text of ordinary size.
 constexpr double enough = 4.5;
+/// The same for what cannot be used at present, and looks so.
+constexpr double enoughWhileDisabled = 3;
 
 inline double luminance(const QColor &color)
 {
@@ -82,7 +84,7 @@ inline QStringList faint(QWidget &window)
             return;
         const double contrast =
             in(window, textPlace(widget).translated(widget.mapTo(&window, QPoint())));
-        if (contrast < enough)
+        if (contrast < (widget.isEnabled() ? enough : enoughWhileDisabled))
             names << QStringLiteral("%1: %2").arg(widget.objectName()).arg(contrast, 0, 'f', 1);
     };
     const auto labels = window.findChildren<QLabel *>();

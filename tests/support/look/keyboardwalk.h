@@ -43,9 +43,9 @@ inline QStringList unseen(QWidget &window)
     for (const QString &name : all) {
         auto *const widget = window.findChild<QWidget *>(name);
         widget->setFocus(Qt::TabFocusReason);
-        const QImage with = widget->grab().toImage();
+        const QImage with = window.grab().toImage();
         widget->clearFocus();
-        if (widget->grab().toImage() == with)
+        if (window.grab().toImage() == with)
             names << name;
     }
     return names;

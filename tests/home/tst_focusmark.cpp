@@ -1,0 +1,234 @@
+// The mark of the keyboard's focus: where it stands, when it comes and goes.
+
+#include "tests/support/dialogs/modalanswer.h"
+#include "tests/support/home/boardshome.h"
+#include "tests/support/look/contrast.h"
+#include "tests/support/main/registeredtest.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QMessageBox>
+#include <QTabBar>
+#include <QTabWidget>
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+class TestFocusMark : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup() { home.reset(); }
+
+    void theMarkStandsAroundWhatTheTabKeyGoesTo();
+    void theMarkIsTheSameEverywhere();
+    void theMarkGoesWithTheChosenTab();
+    void theMarkLeavesOutTheEmptySpaceAfterABox();
+    void aClickTakesTheMarkAway();
+    void whatWasClickedHasNoMark();
+    void theCanvasIsMarkedAtTheEdgesOfItsWindow();
+    void theMarkLetsThePointerThrough();
+    void theMarkStaysAtAPanelThatMoves();
+    void aMessageBoxMarksWhatEnterPresses();
+    void anotherWindowTakesTheMarkAlong();
+
+private:
+    std::unique_ptr<BoardsHome> home;
+};
+
+namespace {
+
+constexpr QPoint nothingThere(800, 100); // on the page of the boards
+constexpr QMargins around(4, 4, 4, 4); // from what is marked to the outside of its mark
+constexpr QRgb dark = 0xff2d2d2d;
+
+/// The window's picture; by what it differs from the one without the mark, one sees where that is.
+QImage picture(QWidget &window)
+{
+    return window.grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+QRect difference(const QImage &one, const QImage &other)
+{
+    QRect place;
+    for (int y = 0; y < one.height(); ++y) {
+        for (int x = 0; x < one.width(); ++x) {
+            if (one.pixel(x, y) != other.pixel(x, y))
+                place |= QRect(x, y, 1, 1);
+        }
+    }
+    return place;
+}
+
+/// Where a mark appears in \a window when its widget \a widget gets the focus by the Tab key.
+QRect markOf(QWidget &window, QWidget &widget)
+{
+    if (auto *const focus = window.focusWidget())
+        focus->clearFocus();
+    const QImage before = picture(window);
+    widget.setFocus(Qt::TabFocusReason);
+    return difference(before, picture(window));
+}
+
+QRect placeIn(const QWidget &window, const QWidget &widget)
+{
+    return {widget.mapTo(&window, QPoint()), widget.size()};
+}
+
+} // namespace
+
+void TestFocusMark::init()
+{
+    home = std::make_unique<BoardsHome>();
+    home->window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&home->window));
+    home->clickAt(u"MainMenu"_s, nothingThere);
+}
+
+void TestFocusMark::theMarkStandsAroundWhatTheTabKeyGoesTo()
+{
+    for (const auto &name : {u"NavHelpBtn"_s, u"NewProject"_s, u"listWidget"_s}) {
+        auto *const widget = home->child(name);
+        QCOMPARE(markOf(home->window, *widget),
+                 placeIn(home->window, *widget).marginsAdded(around));
+    }
+}
+
+void TestFocusMark::theMarkIsTheSameEverywhere()
+{
+    home->window.NavSettings();
+    for (const auto &name : {u"NavHelpBtn"_s, u"ClearCacheBtn"_s, u"CompressFiles"_s}) {
+        auto *const widget = home->child(name);
+        const QRect mark = markOf(home->window, *widget);
+        const QImage shown = picture(home->window);
+        // Across its upper side: two dark pixels, then a light one.
+        const QPoint top(mark.left() + 20, mark.top());
+        QCOMPARE(shown.pixel(top), dark);
+        QCOMPARE(shown.pixel(top + QPoint(0, 1)), dark);
+        QCOMPARE(shown.pixelColor(top + QPoint(0, 2)), QColor(Qt::white));
+        // And nothing else.
+        widget->clearFocus();
+        const QImage without = picture(home->window);
+        const QRect inside = mark.adjusted(5, 5, -5, -5);
+        QCOMPARE(shown.copy(inside), without.copy(inside));
+    }
+}
+
+void TestFocusMark::theMarkGoesWithTheChosenTab()
+{
+    home->window.NavHelp();
+    auto *const tabs = home->child<QTabWidget>(u"HelpWidget"_s);
+    auto *const bar = tabs->tabBar();
+    const auto tabPlace = [&](int tab) {
+        return bar->tabRect(tab).translated(bar->mapTo(&home->window, QPoint()));
+    };
+    QCOMPARE(markOf(home->window, *bar), tabPlace(0).marginsAdded(around));
+
+    QTest::keyClick(home->window.windowHandle(), Qt::Key_Right);
+    QCOMPARE(tabs->currentIndex(), 1);
+    const QImage marked = picture(home->window);
+    QCOMPARE(marked.pixel(tabPlace(1).center().x(), tabPlace(1).top() - around.top()), dark);
+    bar->clearFocus();
+    QCOMPARE(difference(marked, picture(home->window)), tabPlace(1).marginsAdded(around));
+}
+
+void TestFocusMark::theMarkLeavesOutTheEmptySpaceAfterABox()
+{
+    home->window.NavSettings();
+    auto *const box = home->child(u"OnlyViewData"_s);
+    const QRect mark = markOf(home->window, *box);
+    QCOMPARE(mark.left(), placeIn(home->window, *box).left() - around.left());
+    QVERIFY(mark.right() < placeIn(home->window, *box).center().x() + 50);
+}
+
+void TestFocusMark::aClickTakesTheMarkAway()
+{
+    auto *const button = home->child(u"NavHelpBtn"_s);
+    const QImage before = picture(home->window);
+    button->setFocus(Qt::TabFocusReason);
+    QVERIFY(!difference(before, picture(home->window)).isEmpty());
+    home->clickAt(u"MainMenu"_s, nothingThere);
+    QVERIFY(difference(before, picture(home->window)).isEmpty());
+}
+
+void TestFocusMark::whatWasClickedHasNoMark()
+{
+    const QImage before = picture(home->window);
+    home->click(u"NavMainBtn"_s);
+    QVERIFY(home->child(u"NavMainBtn"_s)->hasFocus());
+    // But for the look of a button below the pointer.
+    const QRect place = placeIn(home->window, *home->child(u"NavMainBtn"_s));
+    QVERIFY(place.contains(difference(before, picture(home->window)))
+            || difference(before, picture(home->window)).isEmpty());
+}
+
+void TestFocusMark::theCanvasIsMarkedAtTheEdgesOfItsWindow()
+{
+    home->window.startProject();
+    auto *const board = home->board();
+    board->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(board));
+    board->findChild<QWidget *>(u"FechaHoraTxt"_s)->hide(); // it may tick meanwhile
+    auto *const canvas = board->findChild<QWidget *>(u"PizarraMain"_s);
+    QCOMPARE(markOf(*board, *canvas), board->rect());
+}
+
+void TestFocusMark::theMarkLetsThePointerThrough()
+{
+    auto *const button = home->child<QAbstractButton>(u"NavHelpBtn"_s);
+    button->setFocus(Qt::TabFocusReason);
+    home->clickAt(u"NavHelpBtn"_s, {1, 10}); // on the mark
+    QVERIFY(home->child(u"HelpMenu"_s)->isVisible());
+}
+
+void TestFocusMark::theMarkStaysAtAPanelThatMoves()
+{
+    auto *const panel = home->child(u"SideMenu"_s);
+    auto *const button = home->child(u"NavHelpBtn"_s);
+    button->setFocus(Qt::TabFocusReason);
+    panel->move(panel->pos() + QPoint(7, 9));
+    const QImage marked = picture(home->window);
+    button->clearFocus();
+    QCOMPARE(difference(marked, picture(home->window)),
+             placeIn(home->window, *button).marginsAdded(around));
+}
+
+void TestFocusMark::aMessageBoxMarksWhatEnterPresses()
+{
+    QRect mark;
+    QRect place;
+    const ModalAnswer<QMessageBox> answer([&](QMessageBox &box) {
+        auto *const focus = box.focusWidget();
+        if (QTest::qWaitFor([focus] { return focus && focus->hasFocus(); })) {
+            place = placeIn(box, *focus);
+            const QImage marked = picture(box);
+            focus->clearFocus();
+            mark = difference(marked, picture(box));
+        }
+        box.reject();
+    });
+
+    home->window.deleteAll();
+
+    QVERIFY(answer.seen());
+    QVERIFY(!place.isEmpty());
+    QCOMPARE(mark, place.marginsAdded(around));
+}
+
+void TestFocusMark::anotherWindowTakesTheMarkAlong()
+{
+    home->child(u"NewProject"_s)->setFocus(Qt::TabFocusReason);
+    const QImage marked = picture(home->window);
+    QTest::keyClick(home->window.windowHandle(), Qt::Key_Space);
+    QVERIFY(home->boardIsOpen());
+    QVERIFY(picture(home->window) != marked);
+    home->board()->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(home->board()));
+    home->closeBoard();
+}
+
+PLUMARA_TEST(TestFocusMark)
+#include "tst_focusmark.moc"

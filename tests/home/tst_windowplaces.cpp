@@ -1,0 +1,151 @@
+// Where the windows of the program come up: each where the other one was.
+
+#include "tests/support/dialogs/filedialoganswer.h"
+#include "tests/support/files/boardfiles.h"
+#include "tests/support/home/boardshome.h"
+#include "tests/support/main/datarows.h"
+#include "tests/support/main/registeredtest.h"
+
+#include <QComboBox>
+#include <QScreen>
+
+using namespace Qt::Literals::StringLiterals;
+
+using Opening = void (*)(BoardsHome &home);
+
+class TestWindowPlaces : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup() { home.reset(); }
+
+    void theBoardComesUpWhereTheHomeWindowWas_data();
+    void theBoardComesUpWhereTheHomeWindowWas();
+    void theNextBoardComesUpThereToo();
+    void theHomeWindowComesBackWhereTheBoardWas();
+    void theHomeWindowComesBackWhereItWasAfterAPresentation();
+    void aKeptPresentationStaysOnTheFullScreen();
+    void aMinimisedWindowGivesNoPlace();
+    void aWindowIsBroughtIntoTheScreenWhereItFits();
+    void aWindowThatIsTooLargeForTheScreenStaysInPlace();
+
+private:
+    std::unique_ptr<BoardsHome> home;
+};
+
+namespace {
+
+/// A place in which the window's height fits into the screen, and its frame too.
+constexpr QPoint place(123, 41);
+constexpr QPoint otherPlace(77, 23);
+
+} // namespace
+
+void TestWindowPlaces::init()
+{
+    home = std::make_unique<BoardsHome>();
+    home->writeBoards(1);
+    home->window.move(place);
+    QCOMPARE(home->window.pos(), place);
+}
+
+void TestWindowPlaces::theBoardComesUpWhereTheHomeWindowWas_data()
+{
+    QTest::addColumn<Opening>("open");
+    addRow<Opening>("a new one", [](BoardsHome &at) { at.click(u"NewProject"_s); });
+    addRow<Opening>("from the list", [](BoardsHome &at) { at.clickRow(0); });
+    addRow<Opening>("from the dialog", [](BoardsHome &at) {
+        const FileDialogAnswer dialog(at.boardPath(u"b1.vtrz"_s));
+        at.click(u"ImportProject"_s);
+    });
+}
+
+void TestWindowPlaces::theBoardComesUpWhereTheHomeWindowWas()
+{
+    QFETCH(const Opening, open);
+    open(*home);
+    QVERIFY(home->boardIsOpen());
+    QCOMPARE(home->board()->pos(), place);
+}
+
+void TestWindowPlaces::theNextBoardComesUpThereToo()
+{
+    home->clickRow(0);
+    home->closeBoard();
+    home->window.move(otherPlace);
+    home->clickRow(0);
+    QVERIFY(home->boardIsOpen());
+    QCOMPARE(home->board()->pos(), otherPlace);
+}
+
+void TestWindowPlaces::theHomeWindowComesBackWhereTheBoardWas()
+{
+    home->clickRow(0);
+    home->board()->move(otherPlace);
+    home->closeBoard();
+    QCOMPARE(home->window.pos(), otherPlace);
+}
+
+void TestWindowPlaces::theHomeWindowComesBackWhereItWasAfterAPresentation()
+{
+    home->clickRow(0);
+    auto *const combo = home->board()->findChild<QComboBox *>(u"Presentar"_s);
+    combo->setCurrentIndex(0);
+    QTRY_VERIFY(home->board()->isFullScreen());
+    home->board()->closeBoard();
+    QVERIFY(home->window.isVisible());
+    QCOMPARE(home->window.pos(), place);
+}
+
+void TestWindowPlaces::aKeptPresentationStaysOnTheFullScreen()
+{
+    home->clickRow(0);
+    auto *const board = home->board();
+    board->findChild<QComboBox *>(u"Presentar"_s)->setCurrentIndex(0);
+    const QRect screen = board->screen()->geometry();
+    QTRY_COMPARE(board->geometry(), screen);
+    board->closeBoard();
+    home->window.move(otherPlace);
+    home->clickRow(0);
+    QVERIFY(board->isFullScreen());
+    QCOMPARE(board->geometry(), screen);
+}
+
+void TestWindowPlaces::aMinimisedWindowGivesNoPlace()
+{
+    home->clickRow(0);
+    home->closeBoard();
+    home->window.showMinimized();
+    home->window.move(otherPlace); // as some systems report of a window in the task bar
+    home->window.startProject();
+    QCOMPARE(home->board()->pos(), place);
+}
+
+void TestWindowPlaces::aWindowIsBroughtIntoTheScreenWhereItFits()
+{
+    const QRect screen = home->window.screen()->availableGeometry();
+    const int height = home->window.frameGeometry().height();
+    QVERIFY(height <= screen.height());
+
+    home->window.move(place.x(), screen.bottom() - 100);
+    home->clickRow(0);
+    QCOMPARE(home->board()->pos(), QPoint(place.x(), screen.bottom() - height + 1));
+    home->board()->move(place.x(), screen.top() - 100);
+    home->closeBoard();
+    QCOMPARE(home->window.pos(), QPoint(place.x(), screen.top()));
+}
+
+void TestWindowPlaces::aWindowThatIsTooLargeForTheScreenStaysInPlace()
+{
+    const QRect screen = home->window.screen()->availableGeometry();
+    if (home->window.frameGeometry().width() <= screen.width())
+        QSKIP("The screen is large enough.");
+    home->window.move(-300, place.y());
+    home->window.startProject();
+    QCOMPARE(home->board()->pos(), QPoint(-300, place.y()));
+}
+
+PLUMARA_TEST(TestWindowPlaces)
+#include "tst_windowplaces.moc"
