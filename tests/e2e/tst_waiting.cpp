@@ -10,6 +10,7 @@
 #include <QGraphicsItem>
 #include <QLibrary>
 #include <QProcess>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QTimer>
 
@@ -123,6 +124,7 @@ void TestWaiting::clicksAndKeysMeanwhileReachNobody()
 
 void TestWaiting::whatADialogCoveredIsPaintedBeforeTheWorkBegins()
 {
+    const auto goOn = [] { QProcess::execute(u"kill"_s, {u"-CONT"_s, windowManager()}); };
     BoardWindow board(nullptr);
     board.show();
     QVERIFY(QTest::qWaitForWindowActive(&board));
@@ -135,9 +137,9 @@ void TestWaiting::whatADialogCoveredIsPaintedBeforeTheWorkBegins()
         QTRY_VERIFY(shownCanvas(board) != paintedCanvas(board));
         // The window manager is busy and takes its frame off the dialog late.
         QCOMPARE(QProcess::execute(u"kill"_s, {u"-STOP"_s, windowManager()}), 0);
-        QTimer::singleShot(30, qApp,
-                           [] { QProcess::execute(u"kill"_s, {u"-CONT"_s, windowManager()}); });
+        QTimer::singleShot(30, qApp, goOn);
     }
+    const auto inAnyCase = qScopeGuard(goOn);
     const LongWork work(much);
     QCOMPARE(shownCanvas(board), paintedCanvas(board));
 }
