@@ -1,6 +1,7 @@
 // Keeps an unseen strip beside the grip of a slim scroll bar, and hands on what the pointer does there.
 #include "board/scrollgrip.h"
 
+#include <QCoreApplication>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QStyle>

@@ -3,6 +3,7 @@
 
 #include "look/tooltips.h"
 
+#include <QEvent>
 #include <QPainter>
 #include <QStyle>
 #include <QTextDocument>

@@ -32,11 +32,12 @@ void takePlaceOf(QWidget &window, const QWidget &other)
 {
     if (!other.isVisible() || other.isMinimized() || other.isFullScreen() || window.isFullScreen())
         return;
-    // A window that was never shown does not know its frame yet, and those of the program are alike.
-    const QSize frame = other.frameGeometry().size() - other.size();
-    const QSize size = window.size() + frame;
+    // The widget may hear of its frame later than the window, and a window that was never shown has none
+    // yet; those of the program are alike.
+    const QWindow &handle = *other.windowHandle();
+    const QRect place(handle.framePosition(), window.size().grownBy(handle.frameMargins()));
     const QRect screen = other.screen()->availableGeometry();
     moveWindow(window,
-               {inside(other.x(), size.width(), screen.left(), screen.right()),
-                inside(other.y(), size.height(), screen.top(), screen.bottom())});
+               {inside(place.x(), place.width(), screen.left(), screen.right()),
+                inside(place.y(), place.height(), screen.top(), screen.bottom())});
 }

@@ -1,6 +1,7 @@
 // Compares what the canvas shows with what painting everything anew would show.
 #pragma once
 
+#include "look/focusring.h"
 #include "painting/canvasview.h"
 #include "painting/selectedpapers.h"
 
@@ -70,7 +71,8 @@ inline QImage paintedAnew(const CanvasView &view)
     return image;
 }
 
-/// The pixels of \a view that none of the panels over it covers.
+/// The pixels of \a view that none of the panels over it covers, and no ring around what has the
+/// keyboard.
 inline QRegion uncoveredPixels(const CanvasView &view)
 {
     const qreal ratio = view.devicePixelRatioF();
@@ -82,6 +84,11 @@ inline QRegion uncoveredPixels(const CanvasView &view)
             canvas -= QRect(place.topLeft() * ratio, place.size() * ratio).adjusted(-2, -2, 2, 2);
         }
     }
+    if (!isOnReadableScreen(view))
+        return canvas; // the picture that the view keeps has no rings
+    const auto rings = view.window()->findChildren<FocusRing *>();
+    for (const auto *ring : rings)
+        canvas -= ring->mask().translated(ring->mapTo(view.window(), QPoint()));
     return canvas;
 }
 
