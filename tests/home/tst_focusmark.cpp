@@ -3,6 +3,7 @@
 #include "tests/support/dialogs/modalanswer.h"
 #include "tests/support/home/boardshome.h"
 #include "tests/support/look/contrast.h"
+#include "tests/support/look/eventcount.h"
 #include "tests/support/main/registeredtest.h"
 
 #include <QAbstractButton>
@@ -32,6 +33,7 @@ private slots:
     void theCanvasIsMarkedAtTheEdgesOfItsWindow();
     void theMarkLetsThePointerThrough();
     void theMarkStaysAtAPanelThatMoves();
+    void whatChangesInsideOfTheMarkDoesNotPaintIt();
     void aMessageBoxMarksWhatEnterPresses();
     void anotherWindowTakesTheMarkAlong();
 
@@ -194,6 +196,23 @@ void TestFocusMark::theMarkStaysAtAPanelThatMoves()
     button->clearFocus();
     QCOMPARE(difference(marked, picture(home->window)),
              placeIn(home->window, *button).marginsAdded(around));
+}
+
+void TestFocusMark::whatChangesInsideOfTheMarkDoesNotPaintIt()
+{
+    auto *const viewport = home->list()->viewport();
+    home->list()->setFocus(Qt::TabFocusReason);
+    const auto children = home->window.findChildren<QWidget *>(Qt::FindDirectChildrenOnly);
+    const auto ring = std::ranges::find_if(
+        children, [](const QWidget *child) { return child->inherits("FocusRing"); });
+    QVERIFY(ring != children.end());
+    QCoreApplication::processEvents();
+
+    const EventCount painted(**ring, QEvent::Paint);
+    const EventCount paintedInside(*viewport, QEvent::Paint);
+    viewport->update(viewport->rect().adjusted(9, 9, -9, -9));
+    QTRY_COMPARE(paintedInside.count, 1);
+    QCOMPARE(painted.count, 0);
 }
 
 void TestFocusMark::aMessageBoxMarksWhatEnterPresses()
