@@ -5,6 +5,7 @@
 #include "tests/support/dialogs/messagebox.h"
 #include "tests/support/files/files.h"
 #include "tests/support/home/homewindow.h"
+#include "tests/support/main/datarows.h"
 #include "tests/support/main/registeredtest.h"
 
 #include <QAbstractItemModel>
@@ -13,10 +14,14 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTimer>
+#include <QWindow>
 
 #include <optional>
 
 using namespace Qt::Literals::StringLiterals;
+
+/// What a person does to send a dialog away.
+using Attempt = void (*)(QWindow &dialog);
 
 namespace {
 
@@ -60,7 +65,8 @@ private slots:
     void aFolderThatCannotBeDeletedIsReportedAndTheProgramGoesOn();
     void afterAFailureItCanBeTriedAgain();
     void aFolderThatVanishesMeanwhileIsDeleted();
-    void escapeDoesNotSendTheProgressAway();
+    void nobodySendsTheProgressAway_data();
+    void nobodySendsTheProgressAway();
     void quittingMeanwhileDeletesNothing();
     void theWindowMayGoWhileTheSlotStillRuns();
 
@@ -363,20 +369,29 @@ void TestDataFolder::aFolderThatVanishesMeanwhileIsDeleted()
     QTRY_VERIFY(!home->window.isVisible());
 }
 
-void TestDataFolder::escapeDoesNotSendTheProgressAway()
+void TestDataFolder::nobodySendsTheProgressAway_data()
 {
+    QTest::addColumn<Attempt>("attempt");
+    addRow<Attempt>("by a key", [](QWindow &dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    addRow<Attempt>("by its frame", [](QWindow &dialog) { dialog.close(); });
+}
+
+void TestDataFolder::nobodySendsTheProgressAway()
+{
+    QFETCH(const Attempt, attempt);
     const ProgressWatch watch(home->window, home->dataPath());
     bool stayed = false;
     const Poll person([&](Poll &poll) {
         if (watch.steps.size() != 2)
             return;
         poll.stop();
-        QTest::keyClick(watch.dialog->windowHandle(), Qt::Key_Escape);
+        attempt(*watch.dialog->windowHandle());
         stayed = watch.dialog->isVisible();
     });
     QCOMPARE(boxesOf(u"DeleteAll"_s, {u"Aceptar"_s}).size(), 1);
     QVERIFY(stayed);
     QCOMPARE(watch.steps.size(), 10);
+    QVERIFY(!watch.dialog || !watch.dialog->isVisible());
 }
 
 void TestDataFolder::quittingMeanwhileDeletesNothing()

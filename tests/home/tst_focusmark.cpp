@@ -8,7 +8,9 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QDialog>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTabBar>
 #include <QTabWidget>
 
@@ -35,6 +37,7 @@ private slots:
     void theMarkStaysAtAPanelThatMoves();
     void whatChangesInsideOfTheMarkDoesNotPaintIt();
     void aMessageBoxMarksWhatEnterPresses();
+    void aDialogThatTheMouseOpensHasNoMark();
     void anotherWindowTakesTheMarkAlong();
 
 private:
@@ -73,6 +76,15 @@ QRect markOf(QWidget &window, QWidget &widget)
     const QImage before = picture(window);
     widget.setFocus(Qt::TabFocusReason);
     return difference(before, picture(window));
+}
+
+/// The widget that draws the mark in \a window; null where there is none.
+QWidget *ringIn(const QWidget &window)
+{
+    const auto children = window.findChildren<QWidget *>(Qt::FindDirectChildrenOnly);
+    const auto ring = std::ranges::find_if(
+        children, [](const QWidget *child) { return child->inherits("FocusRing"); });
+    return ring == children.end() ? nullptr : *ring;
 }
 
 QRect placeIn(const QWidget &window, const QWidget &widget)
@@ -202,13 +214,11 @@ void TestFocusMark::whatChangesInsideOfTheMarkDoesNotPaintIt()
 {
     auto *const viewport = home->list()->viewport();
     home->list()->setFocus(Qt::TabFocusReason);
-    const auto children = home->window.findChildren<QWidget *>(Qt::FindDirectChildrenOnly);
-    const auto ring = std::ranges::find_if(
-        children, [](const QWidget *child) { return child->inherits("FocusRing"); });
-    QVERIFY(ring != children.end());
+    auto *const ring = ringIn(home->window);
+    QVERIFY(ring);
     QCoreApplication::processEvents();
 
-    const EventCount painted(**ring, QEvent::Paint);
+    const EventCount painted(*ring, QEvent::Paint);
     const EventCount paintedInside(*viewport, QEvent::Paint);
     viewport->update(viewport->rect().adjusted(9, 9, -9, -9));
     QTRY_COMPARE(paintedInside.count, 1);
@@ -235,6 +245,20 @@ void TestFocusMark::aMessageBoxMarksWhatEnterPresses()
     QVERIFY(answer.seen());
     QVERIFY(!place.isEmpty());
     QCOMPARE(mark, place.marginsAdded(around));
+}
+
+void TestFocusMark::aDialogThatTheMouseOpensHasNoMark()
+{
+    QDialog dialog(&home->window);
+    QPushButton button(u"Abrir"_s, &dialog);
+    home->clickAt(u"MainMenu"_s, nothingThere);
+    dialog.open();
+    QTRY_VERIFY(button.hasFocus());
+    QVERIFY(!ringIn(dialog));
+
+    button.clearFocus();
+    button.setFocus(Qt::TabFocusReason);
+    QVERIFY(ringIn(dialog));
 }
 
 void TestFocusMark::anotherWindowTakesTheMarkAlong()
