@@ -140,6 +140,8 @@ void TestToolTips::aToolTipHasAnEdge()
           rect.bottomRight()})
         QCOMPARE(image.pixelColor(place), edge);
     QCOMPARE(image.pixelColor(4, 4), QColor(0xf2, 0xf2, 0xf2));
+    // Around its text.
+    QVERIFY(Contrast::in(*tip, rect.adjusted(2, 2, -2, -2)) >= Contrast::enough);
 }
 
 void TestToolTips::aToolTipStaysOnTheScreen()

@@ -37,7 +37,8 @@ private slots:
     void theMarkStaysAtAPanelThatMoves();
     void whatChangesInsideOfTheMarkDoesNotPaintIt();
     void aMessageBoxMarksWhatEnterPresses();
-    void aDialogThatTheMouseOpensHasNoMark();
+    void aDialogHasAMarkWhenTheKeyboardOpensIt_data();
+    void aDialogHasAMarkWhenTheKeyboardOpensIt();
     void anotherWindowTakesTheMarkAlong();
 
 private:
@@ -247,18 +248,23 @@ void TestFocusMark::aMessageBoxMarksWhatEnterPresses()
     QCOMPARE(mark, place.marginsAdded(around));
 }
 
-void TestFocusMark::aDialogThatTheMouseOpensHasNoMark()
+void TestFocusMark::aDialogHasAMarkWhenTheKeyboardOpensIt_data()
 {
+    QTest::addColumn<bool>("byKeyboard");
+    QTest::newRow("the keyboard") << true;
+    QTest::newRow("the mouse") << false;
+}
+
+void TestFocusMark::aDialogHasAMarkWhenTheKeyboardOpensIt()
+{
+    QFETCH(const bool, byKeyboard);
+    if (byKeyboard)
+        home->child(u"NewProject"_s)->setFocus(Qt::TabFocusReason);
     QDialog dialog(&home->window);
     QPushButton button(u"Abrir"_s, &dialog);
-    home->clickAt(u"MainMenu"_s, nothingThere);
     dialog.open();
     QTRY_VERIFY(button.hasFocus());
-    QVERIFY(!ringIn(dialog));
-
-    button.clearFocus();
-    button.setFocus(Qt::TabFocusReason);
-    QVERIFY(ringIn(dialog));
+    QCOMPARE(ringIn(dialog) != nullptr, byKeyboard);
 }
 
 void TestFocusMark::anotherWindowTakesTheMarkAlong()
