@@ -7,6 +7,7 @@
 #include "tests/support/main/registeredtest.h"
 
 #include <QIcon>
+#include <QLabel>
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
