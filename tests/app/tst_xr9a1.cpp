@@ -1,5 +1,6 @@
 // The guard that lets only one instance of the program run.
 
+#include "app/processlock.h"
 #include "app/xr9a1.h"
 #include "tests/support/main/registeredtest.h"
 
@@ -22,6 +23,9 @@ private slots:
     void theSegmentIsGoneWithItsLastHolder();
     void guardsWaitForNobodyToBeAsked();
     void anInstanceThatWasTooLateMayAskAgain();
+#ifdef Q_OS_UNIX
+    void oneThatFindsItsPlaceTakenKeepsNoSegment();
+#endif
 };
 
 void TestXr9A1::hasNoSignalsOrSlotsOfItsOwn()
@@ -114,6 +118,19 @@ void TestXr9A1::anInstanceThatWasTooLateMayAskAgain()
     Xr9A1 third;
     QVERIFY(third.isRunning());
 }
+
+#ifdef Q_OS_UNIX
+void TestXr9A1::oneThatFindsItsPlaceTakenKeepsNoSegment()
+{
+    // As an instance has it that came upon another person's segment.
+    ProcessLock place(QStringLiteral("place"));
+    QVERIFY(place.tryLock());
+    Xr9A1 late;
+    QVERIFY(late.isRunning());
+    QSharedMemory segment(QStringLiteral("Plumara"));
+    QVERIFY(!segment.attach());
+}
+#endif
 
 PLUMARA_GUILESS_TEST(TestXr9A1)
 #include "tst_xr9a1.moc"

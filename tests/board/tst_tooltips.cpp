@@ -1,5 +1,6 @@
 // The tool tips of the board's buttons: where they stand, and what they look like.
 
+#include "look/tooltips.h"
 #include "tests/board/shownboard.h"
 #include "tests/support/look/contrast.h"
 #include "tests/support/main/registeredtest.h"
@@ -27,6 +28,7 @@ private slots:
     void aToolTipHasAnEdge_data();
     void aToolTipHasAnEdge();
     void aToolTipStaysOnTheScreen();
+    void itStandsBesideAPanelOfEqualSides();
 };
 
 namespace {
@@ -138,6 +140,8 @@ void TestToolTips::aToolTipHasAnEdge()
           rect.bottomRight()})
         QCOMPARE(image.pixelColor(place), edge);
     QCOMPARE(image.pixelColor(4, 4), QColor(0xf2, 0xf2, 0xf2));
+    // Around its text.
+    QVERIFY(Contrast::in(*tip, rect.adjusted(2, 2, -2, -2)) >= Contrast::enough);
 }
 
 void TestToolTips::aToolTipStaysOnTheScreen()
@@ -147,6 +151,23 @@ void TestToolTips::aToolTipStaysOnTheScreen()
     auto *const save = board.find<QWidget>("GuardarComo");
     board.window.move(screen.right() - onScreen(*save).right() + board.window.x(), 0);
     QVERIFY(screen.contains(onScreen(*tipOf(*save))));
+}
+
+void TestToolTips::itStandsBesideAPanelOfEqualSides()
+{
+    QWidget window;
+    window.resize(600, 300);
+    QWidget panel(&window);
+    panel.setGeometry(50, 50, 100, 100);
+    QWidget tool(&panel);
+    tool.setGeometry(10, 40, 20, 20);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+
+    showToolTip(tool, u"Lápiz"_s);
+
+    QVERIFY(shownTip());
+    QVERIFY(onScreen(*shownTip()).left() > onScreen(panel).right());
 }
 
 PLUMARA_TEST(TestToolTips)

@@ -5,18 +5,25 @@
 #include "tests/support/dialogs/messagebox.h"
 #include "tests/support/files/files.h"
 #include "tests/support/home/homewindow.h"
+#include "tests/support/main/datarows.h"
 #include "tests/support/main/registeredtest.h"
 
 #include <QAbstractItemModel>
+#include <QCloseEvent>
 #include <QElapsedTimer>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QSpontaneKeyEvent>
 #include <QTimer>
+#include <QWindow>
 
 #include <optional>
 
 using namespace Qt::Literals::StringLiterals;
+
+/// What a person does to send a dialog away.
+using Attempt = void (*)(QWindow &dialog);
 
 namespace {
 
@@ -60,7 +67,8 @@ private slots:
     void aFolderThatCannotBeDeletedIsReportedAndTheProgramGoesOn();
     void afterAFailureItCanBeTriedAgain();
     void aFolderThatVanishesMeanwhileIsDeleted();
-    void escapeDoesNotSendTheProgressAway();
+    void nobodySendsTheProgressAway_data();
+    void nobodySendsTheProgressAway();
     void quittingMeanwhileDeletesNothing();
     void theWindowMayGoWhileTheSlotStillRuns();
 
@@ -363,20 +371,34 @@ void TestDataFolder::aFolderThatVanishesMeanwhileIsDeleted()
     QTRY_VERIFY(!home->window.isVisible());
 }
 
-void TestDataFolder::escapeDoesNotSendTheProgressAway()
+void TestDataFolder::nobodySendsTheProgressAway_data()
 {
+    QTest::addColumn<Attempt>("attempt");
+    addRow<Attempt>("by a key", [](QWindow &dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    addRow<Attempt>("by its frame", [](QWindow &dialog) {
+        // Closed by the program itself, it would go.
+        QCloseEvent close;
+        QSpontaneKeyEvent::setSpontaneous(&close);
+        QCoreApplication::instance()->notify(&dialog, &close);
+    });
+}
+
+void TestDataFolder::nobodySendsTheProgressAway()
+{
+    QFETCH(const Attempt, attempt);
     const ProgressWatch watch(home->window, home->dataPath());
     bool stayed = false;
     const Poll person([&](Poll &poll) {
         if (watch.steps.size() != 2)
             return;
         poll.stop();
-        QTest::keyClick(watch.dialog->windowHandle(), Qt::Key_Escape);
+        attempt(*watch.dialog->windowHandle());
         stayed = watch.dialog->isVisible();
     });
     QCOMPARE(boxesOf(u"DeleteAll"_s, {u"Aceptar"_s}).size(), 1);
     QVERIFY(stayed);
     QCOMPARE(watch.steps.size(), 10);
+    QVERIFY(!watch.dialog || !watch.dialog->isVisible());
 }
 
 void TestDataFolder::quittingMeanwhileDeletesNothing()

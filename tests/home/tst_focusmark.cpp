@@ -3,11 +3,14 @@
 #include "tests/support/dialogs/modalanswer.h"
 #include "tests/support/home/boardshome.h"
 #include "tests/support/look/contrast.h"
+#include "tests/support/look/eventcount.h"
 #include "tests/support/main/registeredtest.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QDialog>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTabBar>
 #include <QTabWidget>
 
@@ -32,7 +35,10 @@ private slots:
     void theCanvasIsMarkedAtTheEdgesOfItsWindow();
     void theMarkLetsThePointerThrough();
     void theMarkStaysAtAPanelThatMoves();
+    void whatChangesInsideOfTheMarkDoesNotPaintIt();
     void aMessageBoxMarksWhatEnterPresses();
+    void aDialogHasAMarkWhenTheKeyboardOpensIt_data();
+    void aDialogHasAMarkWhenTheKeyboardOpensIt();
     void anotherWindowTakesTheMarkAlong();
 
 private:
@@ -71,6 +77,15 @@ QRect markOf(QWidget &window, QWidget &widget)
     const QImage before = picture(window);
     widget.setFocus(Qt::TabFocusReason);
     return difference(before, picture(window));
+}
+
+/// The widget that draws the mark in \a window; null where there is none.
+QWidget *ringIn(const QWidget &window)
+{
+    const auto children = window.findChildren<QWidget *>(Qt::FindDirectChildrenOnly);
+    const auto ring = std::ranges::find_if(
+        children, [](const QWidget *child) { return child->inherits("FocusRing"); });
+    return ring == children.end() ? nullptr : *ring;
 }
 
 QRect placeIn(const QWidget &window, const QWidget &widget)
@@ -196,6 +211,21 @@ void TestFocusMark::theMarkStaysAtAPanelThatMoves()
              placeIn(home->window, *button).marginsAdded(around));
 }
 
+void TestFocusMark::whatChangesInsideOfTheMarkDoesNotPaintIt()
+{
+    auto *const viewport = home->list()->viewport();
+    home->list()->setFocus(Qt::TabFocusReason);
+    auto *const ring = ringIn(home->window);
+    QVERIFY(ring);
+    QCoreApplication::processEvents();
+
+    const EventCount painted(*ring, QEvent::Paint);
+    const EventCount paintedInside(*viewport, QEvent::Paint);
+    viewport->update(viewport->rect().adjusted(9, 9, -9, -9));
+    QTRY_COMPARE(paintedInside.count, 1);
+    QCOMPARE(painted.count, 0);
+}
+
 void TestFocusMark::aMessageBoxMarksWhatEnterPresses()
 {
     QRect mark;
@@ -216,6 +246,25 @@ void TestFocusMark::aMessageBoxMarksWhatEnterPresses()
     QVERIFY(answer.seen());
     QVERIFY(!place.isEmpty());
     QCOMPARE(mark, place.marginsAdded(around));
+}
+
+void TestFocusMark::aDialogHasAMarkWhenTheKeyboardOpensIt_data()
+{
+    QTest::addColumn<bool>("byKeyboard");
+    QTest::newRow("the keyboard") << true;
+    QTest::newRow("the mouse") << false;
+}
+
+void TestFocusMark::aDialogHasAMarkWhenTheKeyboardOpensIt()
+{
+    QFETCH(const bool, byKeyboard);
+    if (byKeyboard)
+        home->child(u"NewProject"_s)->setFocus(Qt::TabFocusReason);
+    QDialog dialog(&home->window);
+    QPushButton button(u"Abrir"_s, &dialog);
+    dialog.open();
+    QTRY_VERIFY(button.hasFocus());
+    QCOMPARE(ringIn(dialog) != nullptr, byKeyboard);
 }
 
 void TestFocusMark::anotherWindowTakesTheMarkAlong()

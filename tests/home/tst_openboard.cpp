@@ -70,6 +70,7 @@ private slots:
     void enterOpensTheSelectedBoard_data();
     void enterOpensTheSelectedBoard();
     void enterOpensNothingElsewhere();
+    void aKeyThatIsStillHeldOpensNothing();
     void aVanishedBoardIsReportedOnceAndTheBoardWindowShown();
     void theListIsNotRefreshedWhenTheBoardCloses();
 
@@ -212,6 +213,18 @@ void TestOpenBoard::enterOpensNothingElsewhere()
     home->list()->setCurrentRow(1);
     home->child(u"NavMainBtn"_s)->setFocus();
     QTest::keyClick(home->window.windowHandle(), Qt::Key_Return);
+    QVERIFY(!home->board());
+}
+
+void TestOpenBoard::aKeyThatIsStillHeldOpensNothing()
+{
+    home->writeBoards(2);
+    QVERIFY(QTest::qWaitForWindowActive(&home->window));
+    home->list()->setFocus(Qt::TabFocusReason);
+    home->list()->setCurrentRow(1);
+    // What a dialog leaves behind that was closed by Enter.
+    QTest::simulateEvent(home->window.windowHandle(), true, Qt::Key_Return, Qt::NoModifier, u"\r"_s,
+                         true);
     QVERIFY(!home->board());
 }
 

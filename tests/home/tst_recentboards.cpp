@@ -7,6 +7,7 @@
 #include "tests/support/main/registeredtest.h"
 
 #include <QIcon>
+#include <QLabel>
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
@@ -89,6 +90,7 @@ private slots:
 
     // An empty list
     void anEmptyListSaysWhereBoardsWillAppear();
+    void theTextOfAnEmptyListStandsInItsMiddle();
     void thePlaceOfTheBoardsIsCutWhereItIsTooLong();
 
     // The rows
@@ -213,6 +215,16 @@ void TestRecentBoards::anEmptyListSaysWhereBoardsWillAppear()
     QFile::remove(home->boardPath(u"b1.vtrz"_s));
     home->window.showProjects();
     QCOMPARE(inkOf(viewport->grab().toImage()), ink);
+}
+
+void TestRecentBoards::theTextOfAnEmptyListStandsInItsMiddle()
+{
+    auto *const viewport = home->list()->viewport();
+    QLabel label(u"Aquí aparecerán las pizarras que guarde en\n%1"_s.arg(home->dataPath()));
+    label.setFont(viewport->font());
+    label.setAlignment(Qt::AlignCenter);
+    label.resize(viewport->size());
+    QCOMPARE(inkOf(viewport->grab().toImage()), inkOf(label.grab().toImage()));
 }
 
 void TestRecentBoards::thePlaceOfTheBoardsIsCutWhereItIsTooLong()

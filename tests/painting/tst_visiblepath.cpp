@@ -66,6 +66,8 @@ void TestVisiblePath::whatIsSeenStaysTheSame_data()
     add("in and out", {{50, 50}, {900, 80}, {60, 120}}, 3);
     add("across", {{-500, -300}, {700, 450}}, 2);
     add("a corner beside the edge", {{100, 50}, {203, 75}, {100, 100}, {-400, 100}}, 12);
+    add("a corner above the edge", {{50, 100}, {100, -3}, {150, 100}, {100, 900}}, 12);
+    add("a corner below the edge", {{50, 50}, {100, 153}, {150, 50}, {100, -900}}, 12);
     add("an end beside the edge", {{-400, 75}, {-3, 75}}, 12);
     add("far away", {{100, 75}, {4000, 75}, {150, 3000}}, 4);
 }
