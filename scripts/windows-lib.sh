@@ -2,7 +2,7 @@
 # shellcheck shell=bash
 
 # What the person can set, for the help texts.
-# shellcheck disable=SC2034 # used by those who source this file
+# shellcheck disable=SC2034,SC2154 # used by those who source this file; debian-lib.sh
 windows_variables="  PLUMARA_QT_WINDOWS     the folder or archive of a Qt 6.8 for Windows, else the one that
                          scripts/build-qt-windows made
 $debian_variables"
