@@ -19,6 +19,7 @@ private slots:
     void besideTheGripTheCanvasIsThePointers();
     void thePointerIsAnArrowOnTheGripWhateverTheTool();
     void aPresentationHasNoGrips();
+    void aBarThatGoesTakesItsGripAlong();
 };
 
 namespace {
@@ -108,6 +109,20 @@ void TestScrollGrips::aPresentationHasNoGrips()
     const QSize size = board.window.size();
     QCOMPARE(board.window.childAt(size.width() - 8, onGripStart), board.view.viewport());
     QCOMPARE(board.window.childAt(size.width() - 2, onGripStart), board.view.viewport());
+}
+
+void TestScrollGrips::aBarThatGoesTakesItsGripAlong()
+{
+    ShownBoard board;
+    board.view.verticalScrollBar()->setValue(0);
+    const QPoint besideTheGrip(1192, onGripStart);
+    const QWidget *const grip = board.window.childAt(besideTheGrip);
+    QVERIFY(grip && grip != board.view.viewport());
+
+    board.view.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    QTRY_COMPARE(board.window.childAt(besideTheGrip), board.view.viewport());
+    board.view.setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    QTRY_COMPARE(board.window.childAt(besideTheGrip), grip);
 }
 
 PLUMARA_TEST(TestScrollGrips)

@@ -28,7 +28,8 @@ private slots:
     void aToolTipHasAnEdge_data();
     void aToolTipHasAnEdge();
     void aToolTipStaysOnTheScreen();
-    void itStandsBesideAPanelOfEqualSides();
+    void aPanelsShapeSaysWhereItStands_data();
+    void aPanelsShapeSaysWhereItStands();
 };
 
 namespace {
@@ -153,12 +154,23 @@ void TestToolTips::aToolTipStaysOnTheScreen()
     QVERIFY(screen.contains(onScreen(*tipOf(*save))));
 }
 
-void TestToolTips::itStandsBesideAPanelOfEqualSides()
+void TestToolTips::aPanelsShapeSaysWhereItStands_data()
 {
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<bool>("beside");
+    QTest::newRow("upright") << QSize(100, 200) << true;
+    QTest::newRow("of equal sides") << QSize(100, 100) << true;
+    QTest::newRow("lying") << QSize(200, 100) << false;
+}
+
+void TestToolTips::aPanelsShapeSaysWhereItStands()
+{
+    QFETCH(const QSize, size);
+    QFETCH(const bool, beside);
     QWidget window;
     window.resize(600, 300);
     QWidget panel(&window);
-    panel.setGeometry(50, 50, 100, 100);
+    panel.setGeometry({{50, 50}, size});
     QWidget tool(&panel);
     tool.setGeometry(10, 40, 20, 20);
     window.show();
@@ -167,7 +179,14 @@ void TestToolTips::itStandsBesideAPanelOfEqualSides()
     showToolTip(tool, u"Lápiz"_s);
 
     QVERIFY(shownTip());
-    QVERIFY(onScreen(*shownTip()).left() > onScreen(panel).right());
+    const QRect tip = onScreen(*shownTip());
+    if (beside) {
+        QVERIFY(tip.left() > onScreen(panel).right());
+        QVERIFY(std::abs(tip.center().y() - onScreen(tool).center().y()) <= 1);
+    } else {
+        QVERIFY(tip.top() > onScreen(panel).bottom());
+        QCOMPARE(tip.left(), onScreen(tool).left());
+    }
 }
 
 PLUMARA_TEST(TestToolTips)

@@ -4,7 +4,6 @@
 #include "tests/support/dialogs/filedialoganswer.h"
 #include "tests/support/dialogs/messagebox.h"
 #include "tests/support/home/boardshome.h"
-#include "tests/support/look/eventcount.h"
 #include "tests/support/main/registeredtest.h"
 
 #include <QComboBox>
@@ -86,7 +85,6 @@ private slots:
     // Another start brings the program to the front
     void theHomeWindowComesToTheFront();
     void theBoardComesToTheFront();
-    void aWindowThatOthersMayCoverIsRaised();
     void aPresentationComesBackOnTheFullScreen();
     void theDialogThatIsOpenGetsTheKeyboard();
     void aProgramThatEndsIsLeftAlone_data();
@@ -147,14 +145,6 @@ void TestArrivingBoards::theBoardComesToTheFront()
     QVERIFY(!home->board()->isMinimized());
     QTRY_VERIFY(home->board()->isActiveWindow());
     QVERIFY(home->shows(u"plan.vtrz"_s));
-}
-
-void TestArrivingBoards::aWindowThatOthersMayCoverIsRaised()
-{
-    QTRY_VERIFY(home->window.isActiveWindow());
-    const EventCount raised(home->window, QEvent::ZOrderChange);
-    home->window.answerStart({});
-    QCOMPARE(raised.count, 1);
 }
 
 void TestArrivingBoards::aPresentationComesBackOnTheFullScreen()

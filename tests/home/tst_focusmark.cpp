@@ -3,7 +3,6 @@
 #include "tests/support/dialogs/modalanswer.h"
 #include "tests/support/home/boardshome.h"
 #include "tests/support/look/contrast.h"
-#include "tests/support/look/eventcount.h"
 #include "tests/support/main/registeredtest.h"
 
 #include <QAbstractButton>
@@ -78,6 +77,22 @@ QRect markOf(QWidget &window, QWidget &widget)
     widget.setFocus(Qt::TabFocusReason);
     return difference(before, picture(window));
 }
+
+/// Counts how often a widget is painted.
+class PaintCount : public QObject
+{
+public:
+    explicit PaintCount(QWidget &widget) { widget.installEventFilter(this); }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            ++count;
+        return QObject::eventFilter(watched, event);
+    }
+
+    int count = 0;
+};
 
 /// The widget that draws the mark in \a window; null where there is none.
 QWidget *ringIn(const QWidget &window)
@@ -195,7 +210,7 @@ void TestFocusMark::theMarkLetsThePointerThrough()
 {
     auto *const button = home->child<QAbstractButton>(u"NavHelpBtn"_s);
     button->setFocus(Qt::TabFocusReason);
-    home->clickAt(u"NavHelpBtn"_s, {1, 10}); // on the mark
+    home->clickAt(u"NavHelpBtn"_s, {0, 10}); // where the mark lies over its edge
     QVERIFY(home->child(u"HelpMenu"_s)->isVisible());
 }
 
@@ -219,8 +234,8 @@ void TestFocusMark::whatChangesInsideOfTheMarkDoesNotPaintIt()
     QVERIFY(ring);
     QCoreApplication::processEvents();
 
-    const EventCount painted(*ring, QEvent::Paint);
-    const EventCount paintedInside(*viewport, QEvent::Paint);
+    const PaintCount painted(*ring);
+    const PaintCount paintedInside(*viewport);
     viewport->update(viewport->rect().adjusted(9, 9, -9, -9));
     QTRY_COMPARE(paintedInside.count, 1);
     QCOMPARE(painted.count, 0);
