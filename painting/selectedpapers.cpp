@@ -31,9 +31,12 @@ void drawSelectedPapers(QPainter &painter, const QGraphicsView &view)
         const auto *const note = dynamic_cast<const StickyNoteItem *>(item);
         if (!note)
             continue;
-        const QRect paper = note->deviceTransform(view.viewportTransform())
-                                .mapRect(note->boundingRect())
-                                .toAlignedRect();
+        const QRectF place
+            = note->deviceTransform(view.viewportTransform()).mapRect(note->boundingRect());
+        // A damaged board can have notes so far away that no integer tells where.
+        if (!place.intersects(view.viewport()->rect()))
+            continue;
+        const QRect paper = place.toAlignedRect();
         QList<QLine> dashes;
         addDashes(dashes, paper.topLeft(), paper.topRight());
         addDashes(dashes, paper.topRight(), paper.bottomRight());
