@@ -31,8 +31,8 @@ void drawSelectedPapers(QPainter &painter, const QGraphicsView &view)
         const auto *const note = dynamic_cast<const StickyNoteItem *>(item);
         if (!note)
             continue;
-        const QRectF place
-            = note->deviceTransform(view.viewportTransform()).mapRect(note->boundingRect());
+        const QRectF place =
+            note->deviceTransform(view.viewportTransform()).mapRect(note->boundingRect());
         // A damaged board can have notes so far away that no integer tells where.
         if (!place.intersects(view.viewport()->rect()))
             continue;
