@@ -44,7 +44,7 @@ QString translated()
 void TestTranslation::cleanup()
 {
     // What the program keeps for as long as it runs.
-    qDeleteAll(qApp->findChildren<QTranslator *>());
+    qDeleteAll(QCoreApplication::instance()->findChildren<QTranslator *>());
     QCOMPARE(translated(), QLatin1String(english));
 }
 
