@@ -18,7 +18,7 @@
 
 /// Whether the screen can be read where the canvas \a view is. On Windows another window may lie before
 /// it, and a screen of finer pixels cannot be read offscreen.
-inline bool isOnReadableScreen(const CanvasView &view)
+inline bool isOnReadableScreen([[maybe_unused]] const CanvasView &view)
 {
 #ifdef Q_OS_WIN
     return false;
