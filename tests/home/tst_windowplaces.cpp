@@ -131,7 +131,12 @@ void TestWindowPlaces::aWindowIsBroughtIntoTheScreenWhereItFits()
 
     home->window.move(place.x(), screen.bottom() - 100);
     home->clickRow(0);
-    QCOMPARE(home->board()->pos(), QPoint(place.x(), screen.bottom() - height + 1));
+    // On some systems the frames of the two are not quite alike.
+    constexpr int difference = 8; // pixels
+    const QRect frame = home->board()->frameGeometry();
+    QVERIFY2(screen.contains(frame) && frame.left() == place.x()
+                 && screen.bottom() - frame.bottom() < difference,
+             QTest::toString(frame));
     home->board()->move(place.x(), screen.top() - 100);
     home->closeBoard();
     QCOMPARE(home->window.pos(), QPoint(place.x(), screen.top()));
