@@ -134,9 +134,9 @@ void TestWindowPlaces::aWindowIsBroughtIntoTheScreenWhereItFits()
     // On some systems the frames of the two are not quite alike.
     constexpr int difference = 8; // pixels
     const QRect frame = home->board()->frameGeometry();
-    QVERIFY2(screen.contains(frame) && frame.left() == place.x()
-                 && screen.bottom() - frame.bottom() < difference,
-             QTest::toString(frame));
+    QCOMPARE(frame.left(), place.x());
+    QVERIFY(frame.bottom() <= screen.bottom());
+    QVERIFY(frame.bottom() > screen.bottom() - difference);
     home->board()->move(place.x(), screen.top() - 100);
     home->closeBoard();
     QCOMPARE(home->window.pos(), QPoint(place.x(), screen.top()));
