@@ -77,6 +77,16 @@ exits_with() {
     ((code == expected)) || fail "exit code $code instead of $expected: $*"
 }
 
+# double_click_board <file>: starts what is registered for boards, as Windows does. wine's own shell does
+# not look into what is registered for one person only.
+double_click_board() {
+    local command file
+    command=$(value "$classes\\$class\\shell\\open\\command")
+    file=$(windows_path "$1")
+    command=${command//%1/$file}
+    eval "wine ${command//\\/\\\\}"
+}
+
 # As Windows does it when a person has no say: with the entry's own command line.
 remove_silently() {
     local command
