@@ -31,7 +31,7 @@ public:
         bool realTime = false;
     };
 
-    Monkey(const Plan &plan, Litter &litter, QString homeFolder, QString dataFolder);
+    Monkey(const Plan &whatToDo, Litter &files, QString homePath, QString dataPath);
 
     /// Plays with the program whose home window is \a window, from within its event loop.
     void begin(MainWindow &window);
