@@ -2,6 +2,7 @@
 
 #include "tests/board/shownboard.h"
 #include "tests/support/files/boardfiles.h"
+#include "tests/support/look/ink.h"
 #include "tests/support/main/registeredtest.h"
 #include "tests/support/system/scratchhome.h"
 
@@ -49,18 +50,6 @@ QImage paintedPlainly(const ShownBoard &board, const QString &text)
     twin.setText(text);
     twin.resize(label->size());
     return twin.grab().toImage();
-}
-
-QRect inkOf(const QImage &image)
-{
-    QRect ink;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (image.pixel(x, y) != image.pixel(0, 0))
-                ink |= QRect(x, y, 1, 1);
-        }
-    }
-    return ink;
 }
 
 void restPointer(const ShownBoard &board)

@@ -4,6 +4,7 @@
 #include "tests/support/files/files.h"
 #include "tests/support/home/boardshome.h"
 #include "tests/support/look/contrast.h"
+#include "tests/support/look/ink.h"
 #include "tests/support/main/registeredtest.h"
 
 #include <QIcon>
@@ -53,19 +54,6 @@ private:
     const QString name = QIcon::themeName();
     QTemporaryDir folder;
 };
-
-/// Where in \a image anything but its ground is painted.
-QRect inkOf(const QImage &image)
-{
-    QRect ink;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (image.pixel(x, y) != image.pixel(0, 0))
-                ink |= QRect(x, y, 1, 1);
-        }
-    }
-    return ink;
-}
 
 } // namespace
 
