@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QLibrary>
 #include <QSet>
 #include <QWidget>
 #include <QWindow>
@@ -17,6 +18,10 @@
 #include <qt_windows.h>
 
 #include <psapi.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #else
 #include <unistd.h>
 #endif
@@ -53,19 +58,94 @@ qint64 timersOf(const QSet<const QObject *> &objects)
 
 #ifdef Q_OS_WIN
 
+/// What is in use of all heaps of the process.
+qint64 allocated()
+{
+    std::array<HANDLE, 64> heaps = {};
+    const DWORD count = GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data());
+    qint64 bytes = 0;
+    for (DWORD i = 0; i < qMin<DWORD>(count, heaps.size()); ++i) {
+        HeapLock(heaps.at(i));
+        PROCESS_HEAP_ENTRY entry = {};
+        while (HeapWalk(heaps.at(i), &entry)) {
+            if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY)
+                bytes += entry.cbData;
+        }
+        HeapUnlock(heaps.at(i));
+    }
+    return bytes;
+}
+
+// Wine answers the system's questions for counts with 0; so things are counted one by one there.
+
+qint64 openHandles()
+{
+    DWORD told = 0;
+    if (GetProcessHandleCount(GetCurrentProcess(), &told) && told > 0)
+        return told;
+    constexpr quintptr step = 4; // between the values of handles
+    constexpr quintptr highest = 0x8000; // far more than the program ever has
+    qint64 count = 0;
+    for (quintptr value = step; value < highest; value += step) {
+        DWORD flags = 0;
+        count += GetHandleInformation(reinterpret_cast<HANDLE>(value), &flags) != 0;
+    }
+    return count;
+}
+
+/// A row of the table in which a process of 64 bits sees its GDI objects: the layout that debuggers
+/// of Windows go by.
+struct GdiTableRow
+{
+    void *kernelObject;
+    quint32 owner;
+    quint16 generation;
+    quint8 type; // 0 where the row is free
+    quint8 flags;
+    void *userObject;
+};
+
+qint64 gdiObjects()
+{
+    if (const DWORD told = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS); told > 0)
+        return told;
+    using EnvironmentBlock = const std::byte *(WINAPI *)();
+    const auto block = reinterpret_cast<EnvironmentBlock>(
+        QLibrary::resolve(QStringLiteral("ntdll"), "RtlGetCurrentPeb"));
+    if (!block)
+        return 0;
+    constexpr qsizetype tableAddress = 0xf8; // in the environment block of a process
+    constexpr int rows = 0x4000;
+    const auto *const table = *reinterpret_cast<const GdiTableRow *const *>(block() + tableAddress);
+    return table ? std::count_if(table, table + rows, [](const auto &row) { return row.type != 0; })
+                 : 0;
+}
+
+/// Without wine's help only the windows among them, those that only hear messages too.
+qint64 userObjects()
+{
+    if (const DWORD told = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS); told > 0)
+        return told;
+    qint64 count = 0;
+    for (HWND parent : {HWND(nullptr), HWND_MESSAGE}) {
+        for (HWND window = nullptr; (window = FindWindowEx(parent, window, nullptr, nullptr));) {
+            DWORD process = 0;
+            GetWindowThreadProcessId(window, &process);
+            count += process == GetCurrentProcessId();
+        }
+    }
+    return count;
+}
+
 void askSystem(Inventory &inventory)
 {
-    const HANDLE process = GetCurrentProcess();
-    PROCESS_MEMORY_COUNTERS_EX memory = {};
-    GetProcessMemoryInfo(process, reinterpret_cast<PROCESS_MEMORY_COUNTERS *>(&memory),
-                         sizeof memory);
-    inventory.heap = static_cast<qint64>(memory.PrivateUsage);
+    PROCESS_MEMORY_COUNTERS memory = {};
+    GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof memory);
+    inventory.heap = allocated();
     inventory.resident = static_cast<qint64>(memory.WorkingSetSize);
-    DWORD handles = 0;
-    GetProcessHandleCount(process, &handles);
-    inventory.handles = handles;
-    inventory.gdiObjects = GetGuiResources(process, GR_GDIOBJECTS);
-    inventory.userObjects = GetGuiResources(process, GR_USEROBJECTS);
+    inventory.handles = openHandles();
+    inventory.gdiObjects = gdiObjects();
+    inventory.userObjects = userObjects();
 }
 
 #else

@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QFile>
+#include <QGraphicsTextItem>
 #include <QImage>
 #include <QTabWidget>
 
@@ -133,7 +134,7 @@ void Lesson::drawStrokes(int count)
     choose("ModoLapiz");
     BoardPointer pointer(*home.board());
     for (int i = 0; i < count; ++i) {
-        QPointF place = somewhere();
+        QPointF place = besideTexts();
         pointer.press(place);
         for (int move = 0; move < 40; ++move) {
             place += QPointF(random.bounded(9) - 3, random.bounded(9) - 4);
@@ -193,6 +194,16 @@ QPointF Lesson::somewhere()
 {
     const auto &view = *home.board()->findChild<QGraphicsView *>(u"PizarraMain"_s);
     return view.mapToScene(150 + random.bounded(700), 120 + random.bounded(350));
+}
+
+QPointF Lesson::besideTexts()
+{
+    auto &view = *home.board()->findChild<QGraphicsView *>(u"PizarraMain"_s);
+    QPointF place;
+    do
+        place = somewhere();
+    while (dynamic_cast<QGraphicsTextItem *>(view.itemAt(view.mapFromScene(place))));
+    return place;
 }
 
 void Lesson::pass(int milliseconds)

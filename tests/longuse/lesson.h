@@ -38,6 +38,8 @@ private:
     void insertPicture();
     void choose(const char *tool) const;
     QPointF somewhere();
+    /// Where the pen does not take hold of a selected text: Windows would wait for a real hand to drop it.
+    QPointF besideTexts();
     /// A person looks and thinks for so long.
     void pass(int milliseconds);
 
