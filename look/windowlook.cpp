@@ -4,7 +4,7 @@
 #include "look/fading.h"
 #include "look/focusmark.h"
 #include "look/picturelabel.h"
-#include "look/plainmessages.h"
+#include "look/toolkitdialogs.h"
 #include "look/tooltips.h"
 
 #include <QAbstractButton>
@@ -101,7 +101,7 @@ void applyWindowStyle(QWidget &window)
     window.setStyleSheet(styleSheet(u"window"_s));
     dressMenus();
     dressToolTips();
-    showMessagesAsTyped();
+    mendToolkitDialogs();
     markKeyboardFocus();
 }
 

@@ -8,6 +8,7 @@
 #include "tests/support/look/markingtranslator.h"
 #include "tests/support/main/registeredtest.h"
 
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTimer>
 
@@ -84,6 +85,7 @@ private slots:
     void closingTheBoardThroughTheSystemEndsTheProgram_data();
     void closingTheBoardThroughTheSystemEndsTheProgram();
     void theOpenDialogAsksForBoardFiles();
+    void theOpenDialogShowsItsButtonsWhole();
     void theOpenDialogStartsInTheDefaultFolder();
     void theOpenDialogIsTranslated();
     void cancellingTheOpenDialogChangesNothing();
@@ -342,6 +344,23 @@ void TestOpenBoard::theOpenDialogAsksForBoardFiles()
     QCOMPARE(answer.dialog().mode, QFileDialog::AcceptOpen);
     QCOMPARE(answer.dialog().fileMode, QFileDialog::ExistingFile);
     QCOMPARE(answer.dialog().parent, &home->window);
+}
+
+void TestOpenBoard::theOpenDialogShowsItsButtonsWhole()
+{
+    QStringList covered;
+    const ModalAnswer<QFileDialog> answer([&covered](QFileDialog &dialog) {
+        QTimer::singleShot(0, &dialog, &QDialog::reject);
+        const auto buttons = dialog.findChildren<QPushButton *>();
+        for (const auto *button : buttons) {
+            const QPoint corner = button->mapTo(&dialog, button->rect().bottomRight());
+            if (dialog.childAt(corner) != button)
+                covered << button->text();
+        }
+    });
+    home->click(u"ImportProject"_s);
+    QVERIFY(answer.seen());
+    QCOMPARE(covered, QStringList());
 }
 
 void TestOpenBoard::theOpenDialogStartsInTheDefaultFolder()
