@@ -2,6 +2,7 @@
 #include "look/focusmark.h"
 
 #include "look/focusring.h"
+#include "look/programfilter.h"
 
 #include <QApplication>
 #include <QFocusEvent>
@@ -74,9 +75,5 @@ private:
 
 void markKeyboardFocus()
 {
-    static QPointer<FocusMark> mark;
-    if (mark)
-        return;
-    mark = new FocusMark(QCoreApplication::instance());
-    QCoreApplication::instance()->installEventFilter(mark);
+    programFilter<FocusMark>();
 }

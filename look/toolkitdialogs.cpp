@@ -1,11 +1,11 @@
 // Looks at each dialog before it is seen.
 #include "look/toolkitdialogs.h"
 
-#include <QCoreApplication>
+#include "look/programfilter.h"
+
 #include <QEvent>
 #include <QFileDialog>
 #include <QMessageBox>
-#include <QPointer>
 
 namespace {
 
@@ -34,9 +34,5 @@ public:
 
 void mendToolkitDialogs()
 {
-    static QPointer<DialogMender> mender;
-    if (mender)
-        return;
-    mender = new DialogMender(QCoreApplication::instance());
-    QCoreApplication::instance()->installEventFilter(mender);
+    programFilter<DialogMender>();
 }

@@ -1,6 +1,8 @@
 // Puts tool tips where they cover no other tool, and draws an edge around them.
 #include "look/tooltips.h"
 
+#include "look/programfilter.h"
+
 #include <QApplication>
 #include <QMainWindow>
 #include <QPainter>
@@ -113,21 +115,11 @@ private:
     bool painting = false;
 };
 
-ToolTips &toolTips()
-{
-    static QPointer<ToolTips> tips;
-    if (!tips) {
-        tips = new ToolTips(QCoreApplication::instance());
-        QCoreApplication::instance()->installEventFilter(tips);
-    }
-    return *tips;
-}
-
 } // namespace
 
 void dressToolTips()
 {
-    toolTips();
+    programFilter<ToolTips>();
     // A style sheet reaches their colours and not their font.
     QFont font = QToolTip::font();
     font.setFamilies({QStringLiteral("Montserrat")});
@@ -136,5 +128,5 @@ void dressToolTips()
 
 void showToolTip(QWidget &widget, const QString &text)
 {
-    toolTips().show(widget, text);
+    programFilter<ToolTips>().show(widget, text);
 }
