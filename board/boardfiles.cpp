@@ -143,6 +143,7 @@ void BoardWindow::loadBoard(const QString &path)
         watch(item.get(), this);
         scene->addItem(item.release());
     }
+    scrollToCorner();
 
     currentFilePath = path;
     setUnsaved(false);

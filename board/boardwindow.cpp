@@ -37,6 +37,7 @@ BoardWindow::BoardWindow(QWidget *home, QWidget *parent)
     keepMarkerInSight();
     startClock();
     ui->PizarraMain->installEventFilter(this);
+    ui->Presentar->installEventFilter(this);
     ui->PizarraMain->setAttribute(Qt::WA_MouseTracking);
     connectSignals();
     setUnsaved(false);
@@ -77,6 +78,16 @@ void BoardWindow::widenGrips()
     auto *const view = ui->PizarraMain;
     for (auto *bar : {view->verticalScrollBar(), view->horizontalScrollBar()})
         new ScrollGrip(bar, view);
+}
+
+/// Every board begins where most of them have something: what is out of sight looks like lost. A
+/// presentation shows its part of the board wherever that lies.
+void BoardWindow::scrollToCorner()
+{
+    if (presenting)
+        return;
+    for (auto *bar : {ui->PizarraMain->verticalScrollBar(), ui->PizarraMain->horizontalScrollBar()})
+        bar->setValue(bar->minimum());
 }
 
 void BoardWindow::showEvent(QShowEvent *event)

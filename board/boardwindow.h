@@ -125,6 +125,7 @@ private:
     void buildScene();
     void buildWindow();
     void widenGrips();
+    void scrollToCorner();
     void startClock();
     void showTime();
     void connectSignals();

@@ -149,6 +149,11 @@ bool BoardWindow::eventFilter(QObject *watched, QEvent *event)
 {
     const auto pass = [&] { return QMainWindow::eventFilter(watched, event); };
     const QEvent::Type type = event->type();
+    if (watched == ui->Presentar && type == QEvent::Wheel) {
+        // Who scrolls past the list does not want to present.
+        event->ignore();
+        return true;
+    }
     if (watched != ui->PizarraMain
         || (type != QEvent::MouseButtonPress && type != QEvent::MouseMove
             && type != QEvent::MouseButtonRelease)) {

@@ -55,6 +55,7 @@ void BoardWindow::resetBoard()
     // Quirk: the next board begins with the undo history, the tool and the presentation of the
     // closed one, because one window serves every board and closing clears only what is on it.
     scene->clear();
+    scrollToCorner();
     currentFilePath.clear();
     // Quirk: the first board of a run is named "Pizarra1.vrtz" and every later one "Pizarra1.vtrz",
     // because the form and this line spell the name differently; both have been seen for long.

@@ -33,6 +33,20 @@ void BoardList::paintEvent(QPaintEvent *event)
     painter.drawText(place, Qt::AlignCenter, lines.join(u'\n'));
 }
 
+/// The toolkit makes the first row the current one and does not select it, so that the arrow keys could
+/// only leave it.
+void BoardList::focusInEvent(QFocusEvent *event)
+{
+    QListWidget::focusInEvent(event);
+    if (count() == 0 || !selectedItems().isEmpty())
+        return;
+    const Qt::FocusReason reason = event->reason();
+    if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason)
+        setCurrentRow(0);
+    else
+        selectionModel()->clearCurrentIndex();
+}
+
 /// The rows are first laid out before it is known that the bar beside them takes some of their width.
 void BoardList::resizeEvent(QResizeEvent *event)
 {

@@ -112,12 +112,13 @@ BoardWindow *MainWindow::board()
 void MainWindow::openBoard(const QString &path)
 {
     const LongWork work(QFileInfo(path).size());
+    // A warning, too, stands where the person looks.
+    takePlaceOf(*board(), *this);
     board()->loadBoard(path);
     // Quirk: a file that could not be opened leads to a board under that file's name, because the
     // board is named and shown whatever became of opening; it is saved to its earlier file, or
     // asks.
     board()->showBoardName(QFileInfo(path).fileName());
-    takePlaceOf(*board(), *this);
     board()->show();
     // A window that has just come up shows what is behind it until it is painted.
     LongWork::waitUntilPainted(*board());

@@ -29,6 +29,10 @@ public:
         case QEvent::MouseButtonPress:
             byKeyboard = false;
             delete ring;
+            click();
+            break;
+        case QEvent::MouseButtonRelease:
+            click();
             break;
         case QEvent::Move:
         case QEvent::Resize:
@@ -43,6 +47,13 @@ public:
     }
 
 private:
+    /// Until the program is back in its event loop, what happens is what the click does.
+    void click()
+    {
+        clicking = true;
+        QMetaObject::invokeMethod(this, [this] { clicking = false; }, Qt::QueuedConnection);
+    }
+
     void focusIn(QWidget &widget, Qt::FocusReason reason)
     {
         // A dialog that opens tells one of its widgets so as if the Tab key had been pressed.
@@ -50,7 +61,8 @@ private:
             return;
         if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason
             || reason == Qt::ShortcutFocusReason) {
-            byKeyboard = true;
+            // A button that is disabled by its click hands the focus on as the Tab key would.
+            byKeyboard = !clicking;
         } else if (reason == Qt::MouseFocusReason) {
             byKeyboard = false;
         }
@@ -68,6 +80,7 @@ private:
     }
 
     bool byKeyboard = false; // the focus went where it is
+    bool clicking = false;
     QPointer<FocusRing> ring;
 };
 

@@ -107,7 +107,8 @@ private:
         painting = false;
         QPainter painter(&tip);
         painter.setPen(QColor(edgeColor));
-        painter.drawRect(tip.rect().adjusted(0, 0, -1, -1));
+        // The middle of the line lies in the middle of a pixel, however fine the pixels are.
+        painter.drawRect(QRectF(tip.rect()).adjusted(0.5, 0.5, -0.5, -0.5));
         return true;
     }
 

@@ -3,6 +3,7 @@
 
 #include "painting/selectedpapers.h"
 
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPaintEvent>
 
@@ -20,6 +21,17 @@ CanvasView::CanvasView(QWidget *parent)
 {
     // The toolkit would expose whole items where a few pixels differ.
     setViewportUpdateMode(QGraphicsView::NoViewportUpdate);
+}
+
+/// The Tab key goes on to the next tool: the toolkit would have it begin to edit the last note again.
+bool CanvasView::event(QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress && !(scene() && scene()->focusItem())) {
+        const int key = static_cast<const QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Tab || key == Qt::Key_Backtab)
+            return QAbstractScrollArea::event(event);
+    }
+    return QGraphicsView::event(event);
 }
 
 void CanvasView::paintEvent(QPaintEvent *event)

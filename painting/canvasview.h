@@ -21,6 +21,7 @@ public:
     void showChanges(const QList<QRectF> &changed);
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void scrollContentsBy(int dx, int dy) override;

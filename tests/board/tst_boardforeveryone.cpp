@@ -1,6 +1,7 @@
 // The board window for people who use the keyboard, hear the window or see it badly.
 
 #include "tests/board/shownboard.h"
+#include "tests/support/items/noteoncanvas.h"
 #include "tests/support/look/contrast.h"
 #include "tests/support/look/keyboardwalk.h"
 #include "tests/support/look/names.h"
@@ -17,6 +18,7 @@ class TestBoardForEveryone : public QObject
 
 private slots:
     void theTabKeyWalksAsTheEyeDoes();
+    void theTabKeyLeavesAFinishedNoteAlone();
     void whatCannotBeUsedTakesNoFocus();
     void theFocusIsSeen();
     void everythingHasAName();
@@ -42,6 +44,27 @@ void TestBoardForEveryone::theTabKeyWalksAsTheEyeDoes()
              QStringList({u"PizarraMain"_s, u"ModoCursor"_s, u"ModoPostIt"_s, u"ModoLapiz"_s,
                           u"ModoLinea"_s, u"ModoImagen"_s, u"ModoBorrador"_s, u"ModoDeshacer"_s,
                           u"ModoRehacer"_s, u"Presentar"_s, u"GuardarComo"_s, u"CloseBoardBtn"_s}));
+}
+
+void TestBoardForEveryone::theTabKeyLeavesAFinishedNoteAlone()
+{
+    ShownBoard board;
+    activate(board);
+    board.click("ModoPostIt");
+    board.pointer.click({400, 300});
+    const auto *const note = board.only<StickyNoteItem>();
+    board.click("ModoCursor");
+    board.pointer.click(textOf(*note)->mapToScene(textOf(*note)->boundingRect().center()));
+    board.type("a");
+    const QString text = note->getText();
+    QVERIFY(text != u"Agregar texto..."_s);
+    QVERIFY(textOf(*note)->hasFocus());
+    board.pointer.click({900, 100});
+
+    QTest::keyClick(board.window.windowHandle(), Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), board.find<QWidget>("ModoCursor"));
+    board.type("b");
+    QCOMPARE(note->getText(), text);
 }
 
 void TestBoardForEveryone::whatCannotBeUsedTakesNoFocus()

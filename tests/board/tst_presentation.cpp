@@ -7,6 +7,7 @@
 #include <QAbstractItemView>
 #include <QElapsedTimer>
 #include <QTest>
+#include <QWheelEvent>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -17,6 +18,7 @@ class TestPresentation : public QObject
 private slots:
     void theKeyboardEntersThroughTheCombo();
     void theMouseEntersThroughTheCombo();
+    void theWheelOverTheComboEntersNothing();
     void theSlotEnters();
     void otherIndicesDoNothing_data();
     void otherIndicesDoNothing();
@@ -58,6 +60,19 @@ void TestPresentation::theMouseEntersThroughTheCombo()
     QTest::mouseClick(popup, Qt::LeftButton, {}, list->viewport()->mapTo(list->window(), entry));
 
     QTRY_VERIFY(presents(board));
+}
+
+void TestPresentation::theWheelOverTheComboEntersNothing()
+{
+    ShownBoard board;
+    auto &combo = *board.find<QComboBox>("Presentar");
+    const QPointF middle = combo.rect().center();
+    QWheelEvent down(middle, combo.mapToGlobal(middle), {}, {0, -120}, Qt::NoButton, {},
+                     Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&combo, &down);
+
+    QCOMPARE(combo.currentIndex(), -1);
+    QVERIFY(!presents(board));
 }
 
 void TestPresentation::theSlotEnters()

@@ -31,6 +31,7 @@ private slots:
     void theMarkLeavesOutTheEmptySpaceAfterABox();
     void aClickTakesTheMarkAway();
     void whatWasClickedHasNoMark();
+    void whatTakesOverFromAClickedButtonHasNoMark();
     void theCanvasIsMarkedAtTheEdgesOfItsWindow();
     void theMarkLetsThePointerThrough();
     void theMarkStaysAtAPanelThatMoves();
@@ -193,6 +194,18 @@ void TestFocusMark::whatWasClickedHasNoMark()
     const QRect place = placeIn(home->window, *home->child(u"NavMainBtn"_s));
     QVERIFY(place.contains(difference(before, picture(home->window)))
             || difference(before, picture(home->window)).isEmpty());
+}
+
+void TestFocusMark::whatTakesOverFromAClickedButtonHasNoMark()
+{
+    home->click(u"NavSettingsBtn"_s);
+    auto *const button = home->child(u"ClearCacheBtn"_s);
+    connect(home->child<QPushButton>(u"ClearCacheBtn"_s), &QPushButton::pressed, button,
+            [button] { button->setEnabled(false); });
+    home->click(u"ClearCacheBtn"_s);
+    auto *const next = home->window.focusWidget();
+    QVERIFY(next && next != button);
+    QVERIFY(!ringIn(home->window));
 }
 
 void TestFocusMark::theCanvasIsMarkedAtTheEdgesOfItsWindow()

@@ -9,6 +9,7 @@
 #include "tests/support/main/registeredtest.h"
 
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTimer>
 
@@ -70,6 +71,10 @@ private slots:
     void aClickOnNoBoardDoesNothing();
     void enterOpensTheSelectedBoard_data();
     void enterOpensTheSelectedBoard();
+    void theTabKeySelectsTheNewestBoard();
+    void theFirstArrowKeyTakesTheNewestBoard();
+    void theFirstWarningStandsOverTheWindow();
+    void everyBoardBeginsAtItsCorner();
     void enterOpensNothingElsewhere();
     void aKeyThatIsStillHeldOpensNothing();
     void aVanishedBoardIsReportedOnceAndTheBoardWindowShown();
@@ -203,12 +208,76 @@ void TestOpenBoard::enterOpensTheSelectedBoard()
     QCOMPARE(rebuilt.size(), 1);
 }
 
+void TestOpenBoard::theTabKeySelectsTheNewestBoard()
+{
+    home->writeBoards(3);
+    QVERIFY(QTest::qWaitForWindowActive(&home->window));
+    home->list()->setFocus(Qt::TabFocusReason);
+    QCOMPARE(home->list()->currentRow(), 0);
+    QVERIFY(home->list()->item(0)->isSelected());
+
+    // What was selected stays so.
+    home->list()->setCurrentRow(2);
+    home->child(u"NavMainBtn"_s)->setFocus();
+    home->list()->setFocus(Qt::BacktabFocusReason);
+    QCOMPARE(home->list()->currentRow(), 2);
+}
+
+void TestOpenBoard::theFirstArrowKeyTakesTheNewestBoard()
+{
+    home->writeBoards(3);
+    QVERIFY(QTest::qWaitForWindowActive(&home->window));
+    // As when the window comes back to the front.
+    home->list()->setFocus(Qt::ActiveWindowFocusReason);
+    QVERIFY(home->list()->selectedItems().isEmpty());
+    QTest::keyClick(home->window.windowHandle(), Qt::Key_Down);
+    QCOMPARE(home->list()->currentRow(), 0);
+    QVERIFY(home->list()->item(0)->isSelected());
+}
+
+void TestOpenBoard::theFirstWarningStandsOverTheWindow()
+{
+    writeFile(home->boardPath(u"roto.vtrz"_s), "[");
+    home->window.showProjects();
+    home->window.move(0, 90);
+    QPoint middle;
+    const ModalAnswer<QMessageBox> answer([&middle](QMessageBox &box) {
+        middle = box.frameGeometry().center();
+        box.reject();
+    });
+    home->clickRow(0);
+    QVERIFY(answer.seen());
+    const QPoint distance = middle - home->board()->frameGeometry().center();
+    QVERIFY2(distance.manhattanLength() < 30, QTest::toString(distance));
+}
+
+void TestOpenBoard::everyBoardBeginsAtItsCorner()
+{
+    home->writeBoards(2);
+    home->click(u"NewProject"_s);
+    auto &view = *home->board()->findChild<QGraphicsView *>(u"PizarraMain"_s);
+    const QPointF corner = view.mapToScene(QPoint());
+    const auto scroll = [&view] {
+        view.horizontalScrollBar()->setValue(view.horizontalScrollBar()->maximum());
+        view.verticalScrollBar()->setValue(view.verticalScrollBar()->maximum());
+    };
+    scroll();
+    QVERIFY(view.mapToScene(QPoint()) != corner);
+    home->closeBoard();
+    home->click(u"NewProject"_s);
+    QCOMPARE(view.mapToScene(QPoint()), corner);
+
+    scroll();
+    home->board()->loadBoard(home->boardPath(u"b2.vtrz"_s));
+    QCOMPARE(view.mapToScene(QPoint()), corner);
+}
+
 void TestOpenBoard::enterOpensNothingElsewhere()
 {
     home->writeBoards(2);
     QVERIFY(QTest::qWaitForWindowActive(&home->window));
     // No row is selected yet.
-    home->list()->setFocus(Qt::TabFocusReason);
+    home->list()->setFocus(Qt::OtherFocusReason);
     QTest::keyClick(home->window.windowHandle(), Qt::Key_Return);
     QVERIFY(!home->board());
 
