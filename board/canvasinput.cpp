@@ -235,6 +235,8 @@ bool BoardWindow::canvasMoved(const QPointF &scenePoint, Qt::MouseButtons button
         // Quirk: erasing by a drag up, to the left or straight along an axis takes less than the
         // eye expects, because the rectangle goes to the toolkit as it is, with a negative size or
         // none.
+        // Quirk: an eraser inside of a circle takes the circle, because the toolkit's shape of a
+        // stroke holds all that the stroke encloses.
         const QPointF moved = scenePoint - eraseStart;
         erase(scene->items(QRectF(eraseStart, QSizeF(moved.x(), moved.y())),
                            Qt::IntersectsItemShape, Qt::DescendingOrder));

@@ -49,6 +49,7 @@ private slots:
     void theTopmostIsErasedFirst();
     void anyClickEndsTheMode();
     void aDragErasesEveryKindOfItemItTouches();
+    void aDragInsideACircleTakesTheCircle();
     void aDragLeavesOtherItemsAlone();
     void aDragErasesWhileItMoves();
     void whatADragHasErasedStaysErased();
@@ -174,6 +175,16 @@ void TestEraser::aDragErasesEveryKindOfItemItTouches()
 
     QCOMPARE(board.only<FreeDrawItem>(), outside);
     QCOMPARE(board.count(), 1);
+}
+
+void TestEraser::aDragInsideACircleTakesTheCircle()
+{
+    ShownBoard board;
+    // Open at its end, as a hand leaves it.
+    addStroke(board.scene, {{500, 300}, {700, 300}, {700, 450}, {500, 450}, {502, 310}});
+    board.click("ModoBorrador");
+    board.pointer.drag({{580, 360}, {600, 370}});
+    QCOMPARE(board.count(), 0);
 }
 
 void TestEraser::aDragLeavesOtherItemsAlone()
