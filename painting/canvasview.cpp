@@ -20,6 +20,7 @@ CanvasView::CanvasView(QWidget *parent)
 {
     // The toolkit would expose whole items where a few pixels differ.
     setViewportUpdateMode(QGraphicsView::NoViewportUpdate);
+    connect(&preparing, &QTimer::timeout, this, &CanvasView::prepare);
 }
 
 void CanvasView::paintEvent(QPaintEvent *event)
@@ -50,18 +51,14 @@ void CanvasView::showPicture(QPaintEvent *event)
 void CanvasView::prepareLater()
 {
     if (canvas.canPrepare())
-        preparing.start(restingTime, this);
+        preparing.start(restingTime);
 }
 
-void CanvasView::timerEvent(QTimerEvent *event)
+void CanvasView::prepare()
 {
-    if (event->timerId() != preparing.timerId()) {
-        QGraphicsView::timerEvent(event);
-        return;
-    }
     canvas.prepare();
     if (canvas.canPrepare())
-        preparing.start(pauseBetweenSteps, this);
+        preparing.start(pauseBetweenSteps);
     else
         preparing.stop();
 }
