@@ -607,6 +607,10 @@ void TestCanvasPainting::whatIsAddedToAStrokeLooksAsPaintedAnew()
     path.quadTo({800, 200}, {800, 350});
     stroke->setPath(path);
     QCOMPARE(differences(board), QString());
+
+    // One with more points that is another one from the beginning.
+    stroke->setPath(circle({450, 300}, 150, 60));
+    QCOMPARE(differences(board), QString());
 }
 
 void TestCanvasPainting::aPresentationLooksAsPaintedAnew()
