@@ -14,9 +14,8 @@ QPixmap readPicture(const QString &path)
     QImageReader reader(path);
     // A telephone stores a photograph as its sensor lies, and beside it how it was held.
     reader.setAutoTransform(true);
-    QPixmap pixmap;
-    if (!fitsInMemory([&] { pixmap = QPixmap::fromImageReader(&reader); }))
-        return {};
+    QPixmap pixmap; // stays empty when there is no memory for it
+    fitsInMemory([&] { pixmap = QPixmap::fromImageReader(&reader); });
     // A name that ends in "@2x" would have the toolkit show the picture at half its size.
     pixmap.setDevicePixelRatio(1.0);
     return pixmap;

@@ -44,8 +44,6 @@ FocusRing::FocusRing(QWidget &widget)
 
 void FocusRing::follow()
 {
-    if (!marked)
-        return;
     const QRect part = essentialPart(*marked);
     const QRect around(marked->mapTo(window(), part.topLeft()), part.size());
     setGeometry(around.adjusted(-distance, -distance, distance, distance) & window()->rect());

@@ -21,6 +21,7 @@ CanvasView::CanvasView(QWidget *parent)
 {
     // The toolkit would expose whole items where a few pixels differ.
     setViewportUpdateMode(QGraphicsView::NoViewportUpdate);
+    connect(&preparing, &QTimer::timeout, this, &CanvasView::prepare);
 }
 
 /// The Tab key goes on to the next tool: the toolkit would have it begin to edit the last note again.
@@ -62,18 +63,14 @@ void CanvasView::showPicture(QPaintEvent *event)
 void CanvasView::prepareLater()
 {
     if (canvas.canPrepare())
-        preparing.start(restingTime, this);
+        preparing.start(restingTime);
 }
 
-void CanvasView::timerEvent(QTimerEvent *event)
+void CanvasView::prepare()
 {
-    if (event->timerId() != preparing.timerId()) {
-        QGraphicsView::timerEvent(event);
-        return;
-    }
     canvas.prepare();
     if (canvas.canPrepare())
-        preparing.start(pauseBetweenSteps, this);
+        preparing.start(pauseBetweenSteps);
     else
         preparing.stop();
 }

@@ -3,8 +3,8 @@
 
 #include "painting/canvasframe.h"
 
-#include <QBasicTimer>
 #include <QGraphicsView>
+#include <QTimer>
 
 /// A graphics view that shows its scene from a picture which it keeps up to date, see CanvasFrame.
 /// Everything else is the toolkit's, its class name for style sheets and look-ups, too; but there is
@@ -25,12 +25,12 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void scrollContentsBy(int dx, int dy) override;
-    void timerEvent(QTimerEvent *event) override;
 
 private:
     void showPicture(QPaintEvent *event);
     void prepareLater();
+    void prepare();
 
     CanvasFrame canvas{*this};
-    QBasicTimer preparing;
+    QTimer preparing;
 };

@@ -57,14 +57,11 @@ bool isLengthened(const QPainterPath &before, const QPainterPath &after, QRectF 
         if (before.elementAt(i) != after.elementAt(i))
             return false;
     }
-    // The line before the new ones as well: where they meet, its end becomes a joint.
+    // The line before the new ones as well: where they meet, its end becomes a joint. A curve lies among
+    // the points that bend it.
     QPolygonF tail;
-    for (int i = std::max(0, known - 2); i < count; ++i) {
-        const auto element = after.elementAt(i);
-        if (i > 0 && !element.isLineTo())
-            return false;
-        tail << element;
-    }
+    for (int i = std::max(0, known - 2); i < count; ++i)
+        tail << after.elementAt(i);
     lengthened = tail.boundingRect();
     return true;
 }

@@ -2,11 +2,22 @@
 
 #include "app/processlock.h"
 #include "app/xr9a1.h"
+#include "tests/app/sessionfolder.h"
 #include "tests/support/main/registeredtest.h"
 
+#include <QDir>
 #include <QTest>
 
 #include <optional>
+
+#ifdef Q_OS_UNIX
+#include "tests/support/system/limits.h"
+#include "tests/support/system/unixfiles.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+#endif
 
 class TestXr9A1 : public QObject
 {
@@ -25,6 +36,8 @@ private slots:
     void anInstanceThatWasTooLateMayAskAgain();
 #ifdef Q_OS_UNIX
     void oneThatFindsItsPlaceTakenKeepsNoSegment();
+    void whereNothingCanBeMadeOneIsTakenToBeRunning();
+    void aPipeInTheWayIsNoLock();
 #endif
 };
 
@@ -129,6 +142,42 @@ void TestXr9A1::oneThatFindsItsPlaceTakenKeepsNoSegment()
     QVERIFY(late.isRunning());
     QSharedMemory segment(QStringLiteral("Plumara"));
     QVERIFY(!segment.attach());
+}
+
+void TestXr9A1::whereNothingCanBeMadeOneIsTakenToBeRunning()
+{
+    const ReachableFolder folder;
+    const QString path = folder.path(QStringLiteral("tmp"));
+    QVERIFY(QDir().mkdir(path));
+    QVERIFY(QFile::setPermissions(path, QFile::Permissions::fromInt(0x5555)));
+    const Variable variable("TMPDIR", QFile::encodeName(path));
+    const OrdinaryUser user;
+    Xr9A1 guard;
+    QVERIFY(guard.isRunning());
+}
+
+void TestXr9A1::aPipeInTheWayIsNoLock()
+{
+    const QTemporaryDir folder;
+    const Variable variable("TMPDIR", QFile::encodeName(folder.path()));
+    const QString pipe =
+        makePipe(folder.filePath(QStringLiteral("Plumara-%1.place").arg(::geteuid())));
+    // Somebody has it, and never lets go of it.
+    const int held = ::open(QFile::encodeName(pipe).constData(), O_RDWR | O_NONBLOCK);
+    QCOMPARE(::flock(held, LOCK_EX), 0);
+    const auto openFiles = [] {
+        const QDir list(QStringLiteral("/proc/self/fd"));
+        return list.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
+    };
+    const auto before = openFiles();
+    {
+        ProcessLock place(QStringLiteral("place"));
+        QVERIFY(place.tryLock());
+        QCOMPARE(openFiles(), before);
+    }
+    Xr9A1 guard;
+    QVERIFY(!guard.isRunning());
+    ::close(held);
 }
 #endif
 

@@ -64,6 +64,22 @@ QPixmap picture()
     return pixmap;
 }
 
+/// Strokes that cover the whole board, of which about a megabyte is kept each.
+QList<FreeDrawItem *> addCovers(QGraphicsScene &scene, int count, qreal shift)
+{
+    QList<FreeDrawItem *> covers;
+    for (int i = 0; i < count; ++i) {
+        QPainterPath path;
+        for (int y = 0; y < 1080; y += 12) {
+            path.moveTo(0, y + 0.1 * i + shift);
+            path.lineTo(1920, y + 3);
+        }
+        covers << addStroke(scene, path);
+        covers.constLast()->setWidth(6);
+    }
+    return covers;
+}
+
 /// Rows of \a count seeds, or of one where pixels are finer: each look at them then takes longer.
 void addSeeds(quint32 count)
 {
@@ -89,6 +105,7 @@ private slots:
     void gesturesByChanceLookAsPaintedAnew();
     void whatMovesBetweenOthersLooksAsPaintedAnew_data();
     void whatMovesBetweenOthersLooksAsPaintedAnew();
+    void whatMovesOverADashedOutlineLooksAsPaintedAnew();
     void whatHappensAmidAGestureIsSeen();
     void aSelectedNoteHasAFrame();
     void theFrameOfASelectedNoteGoesWithIt();
@@ -98,14 +115,19 @@ private slots:
     void hairlinesVanishWhenErased();
     void anArrowThatEndsFarAwayLooksLikeANearerOne_data();
     void anArrowThatEndsFarAwayLooksLikeANearerOne();
+    void anArrowThatPassesFarAwayIsNotSeen();
+    void whatIsAddedToAStrokeLooksAsPaintedAnew();
     void aPresentationLooksAsPaintedAnew();
     void aMoveOfThePenPaintsOneStroke();
     void scrollingPaintsNoStrokeAgain();
     void undoingPaintsNoStrokeAgain();
+    void whatMovesOutOfSightPaintsNoStroke();
     void whatWasOpenedIsPreparedWhileTheHandRests();
     void elsewhereTheViewRendersItsItems();
     void aHiddenBoardHoldsNoPictures();
     void whatIsKeptStaysWithinItsLimit();
+    void whatIsKeptOfDeletedStrokesGoes();
+    void aViewOfNothingIsEmpty();
 };
 
 void TestCanvasPainting::everyKindLooksAsPaintedAnew()
@@ -326,6 +348,23 @@ void TestCanvasPainting::whatMovesBetweenOthersLooksAsPaintedAnew()
     }
 }
 
+void TestCanvasPainting::whatMovesOverADashedOutlineLooksAsPaintedAnew()
+{
+    ShownBoard board;
+    addLesson(board.scene, 30);
+    auto *const arrow = new ArrowLineItem({200, 120}, {900, 480});
+    arrow->setWidth(12);
+    board.scene.addItem(arrow);
+    arrow->setSelected(true);
+    auto *const note = new StickyNoteItem;
+    note->setPos(250, 150);
+    board.scene.addItem(note);
+    for (int i = 0; i < 6; ++i) {
+        note->moveBy(37, 11);
+        QCOMPARE(differences(board), QString());
+    }
+}
+
 void TestCanvasPainting::aSelectedNoteHasAFrame()
 {
     ShownBoard board;
@@ -539,6 +578,41 @@ void TestCanvasPainting::anArrowThatEndsFarAwayLooksLikeANearerOne()
     QCOMPARE(canvasOf(*farther).frame().picture(), canvasOf(*nearer).frame().picture());
 }
 
+void TestCanvasPainting::anArrowThatPassesFarAwayIsNotSeen()
+{
+    ShownBoard board;
+    QCOMPARE(differences(board), QString());
+    const QImage before = canvasOf(board).frame().picture();
+
+    // The rectangle of its ends holds the whole board.
+    board.scene.addItem(new ArrowLineItem({-100, -20000}, {22000, 2000}));
+
+    QCOMPARE(differences(board), QString());
+    QCOMPARE(canvasOf(board).frame().picture(), before);
+}
+
+void TestCanvasPainting::whatIsAddedToAStrokeLooksAsPaintedAnew()
+{
+    ShownBoard board;
+    auto *const stroke = addStroke(board.scene, {{300, 200}, {400, 250}});
+    stroke->setWidth(9);
+    QCOMPARE(differences(board), QString());
+
+    QPainterPath path = stroke->path();
+    path.cubicTo({700, 100}, {300, 500}, {600, 400});
+    stroke->setPath(path);
+    QCOMPARE(differences(board), QString());
+
+    path.moveTo(500, 200);
+    path.quadTo({800, 200}, {800, 350});
+    stroke->setPath(path);
+    QCOMPARE(differences(board), QString());
+
+    // One with more points that is another one from the beginning.
+    stroke->setPath(circle({450, 300}, 150, 60));
+    QCOMPARE(differences(board), QString());
+}
+
 void TestCanvasPainting::aPresentationLooksAsPaintedAnew()
 {
     ShownBoard board;
@@ -622,6 +696,28 @@ void TestCanvasPainting::undoingPaintsNoStrokeAgain()
     QCOMPARE(differences(board), QString());
 }
 
+void TestCanvasPainting::whatMovesOutOfSightPaintsNoStroke()
+{
+    ShownBoard board;
+    addLesson(board.scene, 40);
+    const QPointF corner = board.view.mapToScene(0, 0);
+    addStroke(board.scene, {corner, corner + QPointF(20, 20)});
+    auto *const note = new StickyNoteItem;
+    note->setPos(6000, 4000);
+    board.scene.addItem(note);
+    QCOMPARE(differences(board), QString());
+    const auto before = canvasOf(board).frame().work();
+
+    for (int i = 0; i < 4; ++i) {
+        note->moveBy(10, 5);
+        QCOMPARE(differences(board), QString());
+    }
+
+    const auto after = canvasOf(board).frame().work();
+    QCOMPARE(after.strokesPainted, before.strokesPainted);
+    QCOMPARE(after.strokesLaidDown, before.strokesLaidDown);
+}
+
 void TestCanvasPainting::whatWasOpenedIsPreparedWhileTheHandRests()
 {
     ShownBoard board;
@@ -685,24 +781,47 @@ void TestCanvasPainting::whatIsKeptStaysWithinItsLimit()
     constexpr qsizetype limit = qsizetype(192) * 1024 * 1024;
     ShownBoard board;
     for (int round = 0; round < 3; ++round) {
-        // Each stroke covers the whole board.
-        for (int i = 0; i < 60; ++i) {
-            auto *const stroke = new FreeDrawItem;
-            QPainterPath path;
-            for (int y = 0; y < 1080; y += 12) {
-                path.moveTo(0, y + 0.1 * i + round);
-                path.lineTo(1920, y + 3);
-            }
-            stroke->setWidth(6);
-            stroke->setPath(path);
-            board.scene.addItem(stroke);
-        }
+        addCovers(board.scene, 60, round);
         board.processEvents();
         board.view.verticalScrollBar()->setValue(100 * round + 50);
         board.processEvents();
         QVERIFY(canvasOf(board).frame().bytes() < limit);
     }
     QCOMPARE(differences(board), QString());
+}
+
+void TestCanvasPainting::whatIsKeptOfDeletedStrokesGoes()
+{
+    ShownBoard board;
+    const auto &frame = canvasOf(board).frame();
+    addLesson(board.scene, 20);
+    QList<FreeDrawItem *> covers;
+    for (int round = 0; round < 8 && frame.bytes() <= CanvasFrame::memoryLimit / 2; ++round) {
+        covers += addCovers(board.scene, 20, round);
+        board.processEvents();
+        board.view.verticalScrollBar()->setValue(40 * (round + 1));
+        board.processEvents();
+    }
+    QVERIFY(frame.bytes() > CanvasFrame::memoryLimit / 2);
+    const auto before = frame.work();
+
+    qDeleteAll(covers);
+    board.processEvents();
+
+    QVERIFY(frame.bytes() < CanvasFrame::memoryLimit / 4);
+    QCOMPARE(frame.work().strokesPainted, before.strokesPainted);
+    QCOMPARE(differences(board), QString());
+}
+
+void TestCanvasPainting::aViewOfNothingIsEmpty()
+{
+    CanvasView view;
+    view.resize(200, 100);
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+    view.showChanges({QRectF(0, 0, 100, 100)});
+    QVERIFY(!view.grab().isNull());
+    QVERIFY(view.frame().picture().isNull());
 }
 
 PLUMARA_TEST(TestCanvasPainting)

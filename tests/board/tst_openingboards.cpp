@@ -41,6 +41,7 @@ private slots:
     void openingReplacesTheBoard();
     void openingKeepsTheMode();
     void unknownElementsAreLeftOut();
+    void theMarkOfItsEncodingIsPassedOver();
     void aBoardWithoutItemsIsEmpty_data();
     void aBoardWithoutItemsIsEmpty();
 
@@ -144,6 +145,20 @@ void TestOpeningBoards::unknownElementsAreLeftOut()
 
     QCOMPARE(board.count(), 1);
     QCOMPARE(board.only<StickyNoteItem>()->pos(), QPointF(5, 0));
+}
+
+/// Some editors of texts put it in front.
+void TestOpeningBoards::theMarkOfItsEncodingIsPassedOver()
+{
+    const ScratchHome home;
+    ShownBoard board;
+    const QString path = BoardFile::write(home.path(u"plan.vtrz"_s), {BoardFile::note(500, 300)});
+    writeFile(path, "\xef\xbb\xbf" + readFile(path));
+
+    board.window.loadBoard(path);
+
+    QVERIFY(board.only<StickyNoteItem>());
+    QCOMPARE(board.name(), u"plan.vtrz"_s);
 }
 
 void TestOpeningBoards::aBoardWithoutItemsIsEmpty_data()

@@ -5,6 +5,7 @@
 #include "tests/support/dialogs/filedialoganswer.h"
 #include "tests/support/dialogs/messagebox.h"
 #include "tests/support/files/boardfiles.h"
+#include "tests/support/files/files.h"
 #include "tests/support/main/registeredtest.h"
 #include "tests/support/system/scratchhome.h"
 #include "tests/support/system/watchedfile.h"
@@ -69,6 +70,18 @@ private:
     QTcpServer server;
 };
 
+/// Pastes a \a page into the note that lies at (100, 100).
+void pasteIntoNote(ShownBoard &board, const QString &page)
+{
+    auto *const data = new QMimeData;
+    data->setHtml(page);
+    QGuiApplication::clipboard()->setMimeData(data);
+    if (!QTest::qWaitForWindowActive(&board.window))
+        qFatal("The board never appeared.");
+    board.pointer.click({130, 120});
+    QTest::keyClick(board.window.windowHandle(), Qt::Key_V, Qt::ControlModifier);
+}
+
 bool hasRed(const QImage &image)
 {
     for (int y = 0; y < image.height(); ++y) {
@@ -90,6 +103,7 @@ private slots:
     void nothingThatABoardNamesIsLoaded();
     void markupInANoteIsShownAsItWasTyped();
     void aPastedPageBringsNoPictures();
+    void aPastedPageBringsNoStyles();
     void aQuestionShowsANameAsItWasTyped();
 };
 
@@ -147,13 +161,8 @@ void TestOutsideTexts::aPastedPageBringsNoPictures()
     ShownBoard board;
     board.window.loadBoard(
         BoardFile::write(home.path(u"plan.vtrz"_s), {BoardFile::note(100, 100, u"Idea"_s)}));
-    auto *const page = new QMimeData;
-    page->setHtml(u"<p>Plan <img src='%1'></p>"_s.arg(baits.addresses().join(u"'><img src='"_s)));
-    QGuiApplication::clipboard()->setMimeData(page);
-    QVERIFY(QTest::qWaitForWindowActive(&board.window));
-
-    board.pointer.click({130, 120});
-    QTest::keyClick(board.window.windowHandle(), Qt::Key_V, Qt::ControlModifier);
+    pasteIntoNote(board,
+                  u"<p>Plan <img src='%1'></p>"_s.arg(baits.addresses().join(u"'><img src='"_s)));
 
     const QString text = board.only<StickyNoteItem>()->getText();
     QVERIFY2(text.contains(u"Plan"_s), qPrintable(text));
@@ -162,6 +171,26 @@ void TestOutsideTexts::aPastedPageBringsNoPictures()
     const QImage shown = board.view.grab().toImage();
     QVERIFY(!baits.wereTaken());
     QVERIFY(!hasRed(shown));
+}
+
+void TestOutsideTexts::aPastedPageBringsNoStyles()
+{
+    const ScratchHome home;
+    const QString style = writeFile(home.path(u"rojo.css"_s), "p { color: red; font-size: 40pt }");
+    WatchedFile file(style);
+    ShownBoard board;
+    board.window.loadBoard(
+        BoardFile::write(home.path(u"plan.vtrz"_s), {BoardFile::note(100, 100, u"Idea"_s)}));
+
+    pasteIntoNote(board,
+                  u"<html><head><link rel='stylesheet' type='text/css' href='%1'></head>"
+                  "<body><p>Plan</p></body></html>"_s.arg(style));
+
+    const QString text = board.only<StickyNoteItem>()->getText();
+    QVERIFY2(text.contains(u"Plan"_s), qPrintable(text));
+    QCoreApplication::processEvents();
+    QVERIFY(!hasRed(board.view.grab().toImage()));
+    QVERIFY(!file.wasTouched());
 }
 
 void TestOutsideTexts::aQuestionShowsANameAsItWasTyped()

@@ -3,11 +3,13 @@
 #include "items/freedrawitem.h"
 #include "items/resizablepixmapitem.h"
 #include "items/stickynoteitem.h"
+#include "painting/canvasview.h"
 #include "tests/board/presentation.h"
 #include "tests/support/dialogs/filedialoganswer.h"
 #include "tests/support/dialogs/messagebox.h"
 #include "tests/support/files/boardfiles.h"
 #include "tests/support/items/strokes.h"
+#include "tests/support/look/canvaspicture.h"
 #include "tests/support/main/registeredtest.h"
 #include "tests/support/system/memorylimit.h"
 #include "tests/support/system/scratchhome.h"
@@ -100,11 +102,14 @@ private slots:
     void manyItemsAreOpenedAllOrNotAtAll_data();
     void manyItemsAreOpenedAllOrNotAtAll();
     void aBoardThatCannotBeWrittenDownLeavesItsFile();
+    void aPictureThatCannotBePackedLeavesTheFile_data();
     void aPictureThatCannotBePackedLeavesTheFile();
     void aPictureThatCannotBeUnpackedIsNotLost();
+    void aPictureThatIsTooLargeIsReported_data();
     void aPictureThatIsTooLargeIsReported();
     void theBoardIsSeenWithoutItsKeptPicture();
     void whatIsDrawnIsSeenWithoutTheKeptPicture();
+    void whatMovesIsSeenWithoutWhatIsKeptBeside();
     void aPresentationGoesOn();
 };
 
@@ -223,19 +228,37 @@ void TestScarceMemory::aBoardThatCannotBeWrittenDownLeavesItsFile()
     QVERIFY(!at.board.marked());
 }
 
+void TestScarceMemory::aPictureThatCannotBePackedLeavesTheFile_data()
+{
+    QTest::addColumn<QPixmap>("picture");
+    QTest::addColumn<qint64>("least");
+    QTest::addColumn<qint64>("most");
+    QTest::addColumn<qint64>("step");
+    QTest::newRow("a photograph") << noise() << 8 * megabyte << 20 * megabyte << megabyte / 4;
+    // Room for its text takes nearly all that is expected to be there, and what packs it gets none.
+    QPixmap drawing(4096, 2040);
+    drawing.fill(Qt::red);
+    QTest::newRow("a large drawing")
+        << drawing << 12 * megabyte - megabyte / 2 << 13 * megabyte << megabyte / 16;
+}
+
 void TestScarceMemory::aPictureThatCannotBePackedLeavesTheFile()
 {
+    QFETCH(const QPixmap, picture);
+    QFETCH(const qint64, least);
+    QFETCH(const qint64, most);
+    QFETCH(const qint64, step);
     BoundBoard at;
-    at.board.scene.addItem(new ResizablePixmapItem(noise()));
+    at.board.scene.addItem(new ResizablePixmapItem(picture));
     at.board.processEvents();
     at.board.window.saveBoard();
     const QString path = at.path(u"antes.vtrz"_s);
     const QByteArray before = readFile(path);
-    QVERIFY(before.size() > megabyte);
+    QCOMPARE(BoardFile::items(path).size(), 2);
 
     // However far the work gets.
     int failures = 0;
-    for (qint64 room = 8 * megabyte; room < 20 * megabyte; room += megabyte / 4) {
+    for (qint64 room = least; room < most; room += step) {
         const BoxAnswer warning(u"OK"_s);
         {
             const MemoryLimit limit(room);
@@ -286,8 +309,16 @@ void TestScarceMemory::aPictureThatCannotBeUnpackedIsNotLost()
     QVERIFY(failures > 0 && successes > 0);
 }
 
+void TestScarceMemory::aPictureThatIsTooLargeIsReported_data()
+{
+    QTest::addColumn<int>("megabytes");
+    QTest::newRow("half of its pixels") << 40;
+    QTest::newRow("no more than is kept back") << 11;
+}
+
 void TestScarceMemory::aPictureThatIsTooLargeIsReported()
 {
+    QFETCH(const int, megabytes);
     BoundBoard at;
     const QString path = at.path(u"foto.png"_s);
     {
@@ -303,7 +334,7 @@ void TestScarceMemory::aPictureThatIsTooLargeIsReported()
     const BoxAnswer warning(u"OK"_s);
     {
         // The pixels take 80 MB.
-        const MemoryLimit limit(40 * megabyte);
+        const MemoryLimit limit(megabytes * megabyte);
         at.board.click("ModoImagen");
     }
 
@@ -349,6 +380,28 @@ void TestScarceMemory::whatIsDrawnIsSeenWithoutTheKeptPicture()
     }
 
     QVERIFY(paints.count > 0);
+}
+
+void TestScarceMemory::whatMovesIsSeenWithoutWhatIsKeptBeside()
+{
+    BoundBoard at;
+    const auto &canvas = dynamic_cast<CanvasView &>(at.board.view);
+    auto *const note = at.board.only<StickyNoteItem>();
+    // Across the board, so that its coverage begins with a picture of as many pixels.
+    addStroke(at.board.scene, {{50, 50}, {1200, 650}});
+    QCOMPARE(differences(canvas), QString());
+    const QImage before = canvas.frame().picture().copy();
+    {
+        const MemoryLimit limit(2 * megabyte);
+        for (int i = 0; i < 4; ++i) {
+            note->moveBy(-20, -5);
+            at.board.processEvents();
+            at.board.processEvents();
+        }
+        QVERIFY(canvas.frame().picture() != before);
+    }
+
+    QCOMPARE(differences(canvas), QString());
 }
 
 void TestScarceMemory::aPresentationGoesOn()

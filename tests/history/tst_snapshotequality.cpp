@@ -46,6 +46,7 @@ private slots:
 
     void everyPlaceIsTheSameToTheLastBit_data();
     void everyPlaceIsTheSameToTheLastBit();
+    void everyPointIsTheSameToTheLastBit();
 
     void strokesAreTheirPathAndColor_data();
     void strokesAreTheirPathAndColor();
@@ -203,6 +204,22 @@ void TestSnapshotEquality::everyPlaceIsTheSameToTheLastBit()
     QVERIFY(areSame(arrow, arrow));
     QVERIFY(!areSame(arrow, nearby));
     QVERIFY(!areSame(nearby, arrow));
+}
+
+void TestSnapshotEquality::everyPointIsTheSameToTheLastBit()
+{
+    const auto stroke = [](QPointF end) {
+        const Stroke value(pathThrough({{0, 0}, {100, 0}, end}), Qt::red);
+        return ItemState{u"FreeDraw"_s, {5, 6}, QVariant::fromValue(value)};
+    };
+    const ItemState drawn = stroke({100, 100});
+    QVERIFY(areSame(drawn, stroke({100, 100})));
+    constexpr qreal hair = 1e-13;
+    for (const QPointF end : {QPointF(100 + hair, 100), QPointF(100, 100 + hair)}) {
+        QVERIFY(equal(drawn, stroke(end)));
+        QVERIFY(!areSame(drawn, stroke(end)));
+        QVERIFY(!areSame(stroke(end), drawn));
+    }
 }
 
 void TestSnapshotEquality::strokesAreTheirPathAndColor_data()

@@ -41,6 +41,10 @@ private:
             // What root has made can be read by others all the way down.
             for (QDir dir(folder); dir.path().startsWith(QLatin1String("/tmp/")); dir.cdUp())
                 ::chmod(QFile::encodeName(dir.path()).constData(), 0755);
+            // As everybody's own boards, they belong to the one who deletes them.
+            const QFileInfoList files = QDir(folder).entryInfoList(QDir::Files);
+            for (const QFileInfo &file : files)
+                OrdinaryUser::give(file.filePath());
             ::chmod(path.constData(), 0555);
         }
         ~Lock() { ::chmod(path.constData(), 0755); }

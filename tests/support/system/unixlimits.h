@@ -49,6 +49,13 @@ public:
     }
     Q_DISABLE_COPY_MOVE(OrdinaryUser)
 
+    /// Makes the file \a path that user's.
+    static void give(const QString &path)
+    {
+        if (geteuid() == 0 && ::chown(QFile::encodeName(path).constData(), nobody, nobody) != 0)
+            qFatal("The test cannot give its file away");
+    }
+
 private:
     static constexpr uid_t nobody = 65534;
     const uid_t previous = geteuid();
