@@ -796,10 +796,10 @@ void TestCanvasPainting::whatIsKeptOfDeletedStrokesGoes()
     const auto &frame = canvasOf(board).frame();
     addLesson(board.scene, 20);
     QList<FreeDrawItem *> covers;
-    for (int round = 0; round < 8 && frame.bytes() <= CanvasFrame::memoryLimit / 2; ++round) {
-        covers += addCovers(board.scene, 20, round);
+    for (int round = 0; round < 32 && frame.bytes() <= CanvasFrame::memoryLimit / 2; ++round) {
+        covers += addCovers(board.scene, 5, round);
         board.processEvents();
-        board.view.verticalScrollBar()->setValue(40 * (round + 1));
+        board.view.verticalScrollBar()->setValue(10 * (round + 1));
         board.processEvents();
     }
     QVERIFY(frame.bytes() > CanvasFrame::memoryLimit / 2);
