@@ -796,13 +796,15 @@ void TestCanvasPainting::whatIsKeptOfDeletedStrokesGoes()
     const auto &frame = canvasOf(board).frame();
     addLesson(board.scene, 20);
     QList<FreeDrawItem *> covers;
-    for (int round = 0; round < 32 && frame.bytes() <= CanvasFrame::memoryLimit / 2; ++round) {
-        covers += addCovers(board.scene, 5, round);
+    // Well beyond the half from which on it is looked through, and not so much that anything is refused.
+    constexpr qsizetype enough = CanvasFrame::memoryLimit / 8 * 5;
+    for (int round = 0; round < 40 && frame.bytes() <= enough; ++round) {
+        covers += addCovers(board.scene, 4, round);
         board.processEvents();
-        board.view.verticalScrollBar()->setValue(10 * (round + 1));
+        board.view.verticalScrollBar()->setValue(round % 2 == 0 ? 100 : 0);
         board.processEvents();
     }
-    QVERIFY(frame.bytes() > CanvasFrame::memoryLimit / 2);
+    QVERIFY(frame.bytes() > enough);
     const auto before = frame.work();
 
     qDeleteAll(covers);
