@@ -411,14 +411,17 @@ void TestDataFolder::quittingMeanwhileDeletesNothing()
         returned = true;
     });
     Poll person([&](Poll &) {
-        if (watch.steps.size() == 3)
+        if (watch.steps.size() >= 3)
             QCoreApplication::quit();
     });
     QCOMPARE(QApplication::exec(), 0);
     person.stop();
     QVERIFY(returned);
+    // A step that was due in the same moment may still have come.
+    const auto steps = watch.steps.size();
+    QVERIFY(steps < 10);
     QTest::qWait(100); // longer than several hurried steps; time itself is what is tested
-    QCOMPARE(watch.steps.size(), 3);
+    QCOMPARE(watch.steps.size(), steps);
     QVERIFY(exists(inFolder(u"board.vtrz"_s)));
 }
 
