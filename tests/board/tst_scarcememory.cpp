@@ -100,6 +100,7 @@ private slots:
     void manyItemsAreOpenedAllOrNotAtAll_data();
     void manyItemsAreOpenedAllOrNotAtAll();
     void aBoardThatCannotBeWrittenDownLeavesItsFile();
+    void aPictureThatCannotBePackedLeavesTheFile_data();
     void aPictureThatCannotBePackedLeavesTheFile();
     void aPictureThatCannotBeUnpackedIsNotLost();
     void aPictureThatIsTooLargeIsReported();
@@ -223,19 +224,36 @@ void TestScarceMemory::aBoardThatCannotBeWrittenDownLeavesItsFile()
     QVERIFY(!at.board.marked());
 }
 
+void TestScarceMemory::aPictureThatCannotBePackedLeavesTheFile_data()
+{
+    QTest::addColumn<QPixmap>("picture");
+    QTest::addColumn<qint64>("least");
+    QTest::addColumn<qint64>("most");
+    QTest::addColumn<qint64>("step");
+    QTest::newRow("a photograph") << noise() << 8 * megabyte << 20 * megabyte << megabyte / 4;
+    // So many pixels that room for their text leaves hardly any to pack them.
+    QPixmap drawing(4000, 3000);
+    drawing.fill(Qt::red);
+    QTest::newRow("a large drawing") << drawing << 15 * megabyte << 17 * megabyte << megabyte / 16;
+}
+
 void TestScarceMemory::aPictureThatCannotBePackedLeavesTheFile()
 {
+    QFETCH(const QPixmap, picture);
+    QFETCH(const qint64, least);
+    QFETCH(const qint64, most);
+    QFETCH(const qint64, step);
     BoundBoard at;
-    at.board.scene.addItem(new ResizablePixmapItem(noise()));
+    at.board.scene.addItem(new ResizablePixmapItem(picture));
     at.board.processEvents();
     at.board.window.saveBoard();
     const QString path = at.path(u"antes.vtrz"_s);
     const QByteArray before = readFile(path);
-    QVERIFY(before.size() > megabyte);
+    QCOMPARE(BoardFile::items(path).size(), 2);
 
     // However far the work gets.
     int failures = 0;
-    for (qint64 room = 8 * megabyte; room < 20 * megabyte; room += megabyte / 4) {
+    for (qint64 room = least; room < most; room += step) {
         const BoxAnswer warning(u"OK"_s);
         {
             const MemoryLimit limit(room);
@@ -254,8 +272,8 @@ void TestScarceMemory::aPictureThatCannotBePackedLeavesTheFile()
 void TestScarceMemory::aPictureThatCannotBeUnpackedIsNotLost()
 {
     BoundBoard at;
-    // Few bytes that become 6 MB.
-    QPixmap drawing(1500, 1000);
+    // Few bytes that become 24 MB, which is more than what is made sure of beforehand.
+    QPixmap drawing(3000, 2000);
     drawing.fill(Qt::red);
     QByteArray png;
     QBuffer buffer(&png);
@@ -266,7 +284,7 @@ void TestScarceMemory::aPictureThatCannotBeUnpackedIsNotLost()
     // However far the work gets.
     int failures = 0;
     int successes = 0;
-    for (qint64 room = 4 * megabyte; room < 24 * megabyte; room += megabyte / 4) {
+    for (qint64 room = 4 * megabyte; room < 64 * megabyte; room += megabyte) {
         at.board.window.loadBoard(at.path(u"antes.vtrz"_s));
         const BoxAnswer warning(u"OK"_s);
         {
