@@ -118,8 +118,7 @@ void HandoffListener::listenTo(QLocalSocket *caller)
 
 void HandoffListener::hangUp(QLocalSocket *caller)
 {
-    if (!callers.removeOne(caller))
-        return;
+    callers.removeOne(caller);
     caller->disconnect(this);
     caller->abort();
     caller->deleteLater();
