@@ -5,6 +5,7 @@
 #include "app/handoffplace.h"
 #include "tests/app/sessionfolder.h"
 #include "tests/support/main/registeredtest.h"
+#include "tests/support/system/heapsize.h"
 
 #include <QElapsedTimer>
 #include <QLocalSocket>
@@ -148,6 +149,7 @@ private slots:
     void aMessageThatNeverEndsIsCutOff();
     void ofAGigabyteLittleIsTaken();
     void manyWhoSayNothingKeepNobodyOut();
+    void whoHasCalledLeavesNothingBehind();
 
 #ifdef Q_OS_UNIX
     void aSocketThatACrashLeftIsReplaced();
@@ -305,6 +307,27 @@ void TestHandoff::ofAGigabyteLittleIsTaken()
     }
     QVERIFY2(megabytes <= 2, qPrintable(QString::number(megabytes)));
     QCOMPARE(running.boards(), QStringList());
+}
+
+void TestHandoff::whoHasCalledLeavesNothingBehind()
+{
+    if (!heapSize())
+        QSKIP("Nobody counts the memory here.");
+    const Running running;
+    const auto callAndGo = [](int times) {
+        for (int i = 0; i < times; ++i) {
+            Caller caller;
+            caller.say("nothing of ours");
+            QTRY_VERIFY(!caller.isConnected());
+        }
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    };
+    callAndGo(50); // for what the toolkit keeps
+    const qint64 before = *heapSize();
+    constexpr int many = 200;
+    callAndGo(many);
+    // A call that is over leaves its time limit to the toolkit until that has run out.
+    QTRY_VERIFY_WITH_TIMEOUT(*heapSize() - before < qint64(many) * 200, patience + busyMachine);
 }
 
 void TestHandoff::manyWhoSayNothingKeepNobodyOut()

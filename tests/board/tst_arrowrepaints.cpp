@@ -2,34 +2,18 @@
 // bounding rectangles.
 
 #include "items/arrowlineitem.h"
+#include "tests/board/paintedcanvas.h"
 #include "tests/board/shownboard.h"
 #include "tests/support/items/strokes.h"
 #include "tests/support/main/datarows.h"
 #include "tests/support/main/registeredtest.h"
 
-#include <QPaintEvent>
 #include <QPen>
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-/// Collects what the canvas paints.
-class PaintedCanvas : public QObject
-{
-public:
-    explicit PaintedCanvas(QWidget &canvas) { canvas.installEventFilter(this); }
-
-    QRegion region;
-
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        if (event->type() == QEvent::Paint)
-            region += static_cast<QPaintEvent *>(event)->region();
-        return false;
-    }
-};
 
 /// Adds an arrow from (500, 300) to (700, 300) whose pen has that width.
 QGraphicsLineItem *addArrow(ShownBoard &board, int width)

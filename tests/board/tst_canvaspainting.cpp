@@ -3,6 +3,7 @@
 #include "items/resizablepixmapitem.h"
 #include "items/stickynoteitem.h"
 #include "painting/canvasview.h"
+#include "tests/board/paintedcanvas.h"
 #include "tests/board/presentation.h"
 #include "tests/board/shownboard.h"
 #include "tests/support/items/strokes.h"
@@ -19,6 +20,7 @@
 #include <QTest>
 
 #include <cmath>
+#include <functional>
 #include <memory>
 
 using namespace Qt::Literals::StringLiterals;
@@ -65,7 +67,7 @@ QPixmap picture()
 }
 
 /// Strokes that cover the whole board, of which about a megabyte is kept each.
-QList<FreeDrawItem *> addCovers(QGraphicsScene &scene, int count, qreal shift)
+QList<FreeDrawItem *> addCovers(QGraphicsScene &scene, int count, qreal shift, int width = 6)
 {
     QList<FreeDrawItem *> covers;
     for (int i = 0; i < count; ++i) {
@@ -75,7 +77,7 @@ QList<FreeDrawItem *> addCovers(QGraphicsScene &scene, int count, qreal shift)
             path.lineTo(1920, y + 3);
         }
         covers << addStroke(scene, path);
-        covers.constLast()->setWidth(6);
+        covers.constLast()->setWidth(width);
     }
     return covers;
 }
@@ -119,6 +121,11 @@ private slots:
     void whatIsAddedToAStrokeLooksAsPaintedAnew();
     void aPresentationLooksAsPaintedAnew();
     void aMoveOfThePenPaintsOneStroke();
+    void aMoveOfThePenShowsItsPiece();
+    void whatIsMovedIsAllThatIsPainted_data();
+    void whatIsMovedIsAllThatIsPainted();
+    void whatIsErasedPaintsOnlyWhereItWas();
+    void scrollingPaintsOnlyWhatComesIntoSight();
     void scrollingPaintsNoStrokeAgain();
     void undoingPaintsNoStrokeAgain();
     void whatMovesOutOfSightPaintsNoStroke();
@@ -651,6 +658,128 @@ void TestCanvasPainting::aMoveOfThePenPaintsOneStroke()
     QVERIFY(after.strokesLaidDown - before.strokesLaidDown < 60);
 }
 
+void TestCanvasPainting::aMoveOfThePenShowsItsPiece()
+{
+    ShownBoard board;
+    board.click("ModoLapiz");
+    board.pointer.press({200, 200});
+    for (int i = 0; i < 40; ++i) {
+        board.pointer.move(QPointF(210 + 10 * i, 200 + (i % 2) * 300));
+        board.processEvents();
+        board.processEvents();
+    }
+    const PaintedCanvas shown(*board.view.viewport());
+
+    board.pointer.move({620, 500});
+    QTRY_VERIFY(!shown.region.isEmpty());
+
+    // From the point before the last one on, whose end has become a joint.
+    const QRect piece(board.view.mapFromScene(QPointF(590, 200)),
+                      board.view.mapFromScene(QPointF(620, 500)));
+    const QRect rect = shown.region.boundingRect();
+    QVERIFY(piece.adjusted(-20, -20, 20, 20).contains(rect));
+    QVERIFY(rect.contains(QRect(board.view.mapFromScene(QPointF(600, 500)),
+                                board.view.mapFromScene(QPointF(620, 500)))));
+}
+
+void TestCanvasPainting::whatIsMovedIsAllThatIsPainted_data()
+{
+    using Maker = std::function<QGraphicsItem *()>;
+    QTest::addColumn<Maker>("make");
+    QTest::addColumn<int>("strokesBesideAbove");
+    const Maker note = [] { return new StickyNoteItem; };
+    const Maker arrow = [] { return new ArrowLineItem({0, 0}, {300, 120}); };
+    const Maker image = [] { return new ResizablePixmapItem(picture()); };
+    QTest::newRow("a note") << note << 0;
+    QTest::newRow("a note, with some above beside it") << note << 9;
+    QTest::newRow("an arrow") << arrow << 0;
+    QTest::newRow("a picture") << image << 0;
+}
+
+void TestCanvasPainting::whatIsMovedIsAllThatIsPainted()
+{
+    QFETCH(const std::function<QGraphicsItem *()>, make);
+    QFETCH(const int, strokesBesideAbove);
+    ShownBoard board;
+    addLesson(board.scene, 300);
+    auto *const item = make();
+    item->setPos(100, 100);
+    item->setZValue(3);
+    board.scene.addItem(item);
+    item->setSelected(true);
+    for (int i = 0; i < strokesBesideAbove; ++i) {
+        auto *const stroke = addStroke(board.scene, circle({900, 500}, 20 + 3 * i, 60));
+        stroke->setZValue(4);
+    }
+    board.processEvents();
+    QTRY_VERIFY(!canvasOf(board).frame().canPrepare());
+    const auto moveOn = [&] {
+        item->moveBy(3, 2);
+        board.processEvents();
+    };
+    moveOn();
+    moveOn();
+    for (int i = 0; i < 30; ++i) {
+        const auto before = canvasOf(board).frame().work();
+        moveOn();
+        const auto after = canvasOf(board).frame().work();
+        QCOMPARE(after.strokesLaidDown, before.strokesLaidDown);
+        QCOMPARE(after.strokesPainted, before.strokesPainted);
+        QCOMPARE(after.othersPainted - before.othersPainted, 1 + item->childItems().size());
+    }
+    QCOMPARE(differences(board), QString());
+}
+
+void TestCanvasPainting::whatIsErasedPaintsOnlyWhereItWas()
+{
+    ShownBoard board;
+    for (int i = 0; i < 20; ++i)
+        addStroke(board.scene, circle({100.0 + 50 * i, 100}, 20, 60));
+    auto *const across = addStroke(board.scene, {{190, 60}, {210, 140}});
+    board.processEvents();
+    QTRY_VERIFY(!canvasOf(board).frame().canPrepare());
+    // The first time, what lies there gets its coverage.
+    auto *const neighbour = addStroke(board.scene, {{190, 140}, {210, 60}});
+    board.processEvents();
+    delete neighbour;
+    board.processEvents();
+    const auto before = canvasOf(board).frame().work();
+
+    delete across;
+    board.processEvents();
+
+    const auto after = canvasOf(board).frame().work();
+    QCOMPARE(after.strokesPainted, before.strokesPainted);
+    // The one that it crossed, and those beside that one, whose bounds touch its place.
+    const qint64 laidDown = after.strokesLaidDown - before.strokesLaidDown;
+    QVERIFY2(laidDown >= 1 && laidDown <= 3, qPrintable(QString::number(laidDown)));
+    QCOMPARE(differences(board), QString());
+}
+
+void TestCanvasPainting::scrollingPaintsOnlyWhatComesIntoSight()
+{
+    ShownBoard board;
+    const int height = board.view.viewport()->height();
+    for (int i = 0; i < 20; ++i)
+        addStroke(board.scene, circle({100.0 + 50 * i, 100}, 20, 60));
+    auto *const below = addStroke(board.scene, {{300.0, height - 20.0}, {400.0, height + 20.0}});
+    board.processEvents();
+    QTRY_VERIFY(!canvasOf(board).frame().canPrepare());
+    const auto before = canvasOf(board).frame().work();
+
+    auto *const bar = board.view.verticalScrollBar();
+    for (int i = 0; i < 5; ++i) {
+        bar->setValue(bar->value() + 2);
+        board.processEvents();
+    }
+
+    const auto after = canvasOf(board).frame().work();
+    QVERIFY(below->sceneBoundingRect().bottom() > height);
+    QCOMPARE(after.strokesPainted - before.strokesPainted, 1);
+    QCOMPARE(after.strokesLaidDown - before.strokesLaidDown, 5);
+    QCOMPARE(differences(board), QString());
+}
+
 void TestCanvasPainting::scrollingPaintsNoStrokeAgain()
 {
     ShownBoard board;
@@ -778,15 +907,18 @@ void TestCanvasPainting::aHiddenBoardHoldsNoPictures()
 
 void TestCanvasPainting::whatIsKeptStaysWithinItsLimit()
 {
-    constexpr qsizetype limit = qsizetype(192) * 1024 * 1024;
     ShownBoard board;
-    for (int round = 0; round < 3; ++round) {
-        addCovers(board.scene, 60, round);
+    const auto &frame = canvasOf(board).frame();
+    for (int round = 0; round < 2; ++round) {
+        addCovers(board.scene, 40, 5 * round, 11);
         board.processEvents();
         board.view.verticalScrollBar()->setValue(100 * round + 50);
         board.processEvents();
-        QVERIFY(canvasOf(board).frame().bytes() < limit);
+        QTRY_VERIFY(!frame.canPrepare());
+        QVERIFY(frame.bytes() <= CanvasFrame::memoryLimit);
     }
+    constexpr qsizetype ofOneStroke = qsizetype(1920) * 1080 * 2;
+    QVERIFY(frame.bytes() > CanvasFrame::memoryLimit - ofOneStroke);
     QCOMPARE(differences(board), QString());
 }
 

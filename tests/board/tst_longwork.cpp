@@ -2,22 +2,33 @@
 
 #include "board/longwork.h"
 
+#include "items/stickynoteitem.h"
 #include "tests/board/boardathome.h"
 #include "tests/support/dialogs/filedialoganswer.h"
 #include "tests/support/dialogs/messagebox.h"
 #include "tests/support/files/files.h"
 #include "tests/support/home/boardshome.h"
 #include "tests/support/items/strokes.h"
+#include "tests/support/main/datarows.h"
 #include "tests/support/main/registeredtest.h"
 
+#include <QDragEnterEvent>
 #include <QElapsedTimer>
+#include <QInputMethodEvent>
+#include <QMimeData>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalSpy>
+#include <QWheelEvent>
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
+
+/// What a person does, or an input method.
+using Input = void (*)(ShownBoard &board);
 
 class TestLongWork : public QObject
 {
@@ -30,6 +41,8 @@ private slots:
     void whatIsPressedMeanwhileIsDropped();
     void whatWaitsAtTheEndIsDropped();
     void theRestOfADroppedPressIsDropped();
+    void whatElseComesInMeanwhileIsDropped_data();
+    void whatElseComesInMeanwhileIsDropped();
     void whatWasPressedBeforeIsLetGoMeanwhile();
     void theWindowCannotBeClosedMeanwhile();
     void workBeginsWhenAWindowHasTheKeyboard();
@@ -39,6 +52,7 @@ private slots:
     void aLargeBoardIsPaintedBeforeTheHomeWindowGoes();
     void clicksOnTheHomeWindowMeanwhileReachNoBoard();
     void aWindowThatIsNotPaintedIsWaitedForInVain();
+    void anotherWindowThatIsPaintedEndsNoWaiting();
     void aRefusedFileIsReportedUnderTheUsualPointer();
 
     void savingALargeBoardShowsIt();
@@ -75,6 +89,26 @@ bool showsWaitingDuring(const std::function<void()> &work)
     QCoreApplication::processEvents();
     return seen;
 }
+
+/// Does something each time when a widget is painted.
+class PaintWatch : public QObject
+{
+public:
+    PaintWatch(QWidget &widget, std::function<void()> whenPainted)
+        : action(std::move(whenPainted))
+    {
+        widget.installEventFilter(this);
+    }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            action();
+        return false;
+    }
+
+private:
+    std::function<void()> action;
+};
 
 /// A window with a button to click and to type on.
 struct ButtonWindow
@@ -192,6 +226,55 @@ void TestLongWork::theRestOfADroppedPressIsDropped()
     // Whatever is pressed next counts again.
     board.pointer.drag({{250, 250}, {400, 400}});
     QCOMPARE(board.count(), 0);
+}
+
+void TestLongWork::whatElseComesInMeanwhileIsDropped_data()
+{
+    QTest::addColumn<Input>("input");
+    addRow<Input>("a turn of the wheel", [](ShownBoard &board) {
+        const QPoint place = board.pointer.windowPoint({900, 600});
+        QWheelEvent turn(place, board.window.mapToGlobal(place), {}, {0, -120}, Qt::NoButton, {},
+                         Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(board.window.windowHandle(), &turn);
+    });
+    addRow<Input>("a text of another program", [](ShownBoard &board) {
+        QMimeData text;
+        text.setText(u"idea"_s);
+        const QPoint place = board.pointer.windowPoint({450, 225});
+        QDragEnterEvent enter(place, Qt::CopyAction, &text, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(board.window.windowHandle(), &enter);
+        QDragMoveEvent move(place, Qt::CopyAction, &text, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(board.window.windowHandle(), &move);
+        QDropEvent drop(place, Qt::CopyAction, &text, Qt::NoButton, {});
+        QCoreApplication::sendEvent(board.window.windowHandle(), &drop);
+    });
+    addRow<Input>("a composed letter", [](ShownBoard &) {
+        QInputMethodEvent letter;
+        letter.setCommitString(u"á"_s);
+        QCoreApplication::sendEvent(QGuiApplication::focusObject(), &letter);
+    });
+}
+
+void TestLongWork::whatElseComesInMeanwhileIsDropped()
+{
+    QFETCH(const Input, input);
+    ShownBoard board;
+    auto *const note = new StickyNoteItem;
+    note->setPos(400, 200);
+    board.scene.addItem(note);
+    board.pointer.click({450, 225}); // its text
+    const auto state = [&] {
+        return u"%1, %2"_s.arg(note->getText()).arg(board.view.verticalScrollBar()->value());
+    };
+    const QString before = state();
+    {
+        const LongWork work(much);
+        input(board);
+    }
+    QCOMPARE(state(), before);
+
+    input(board);
+    QVERIFY(state() != before);
 }
 
 void TestLongWork::whatWasPressedBeforeIsLetGoMeanwhile()
@@ -320,6 +403,26 @@ void TestLongWork::aWindowThatIsNotPaintedIsWaitedForInVain()
     const LongWork work(much);
     LongWork::waitUntilPainted(hidden);
     QVERIFY(showsWaiting());
+}
+
+void TestLongWork::anotherWindowThatIsPaintedEndsNoWaiting()
+{
+    ButtonWindow other;
+    QWidget awaited;
+    bool otherPainted = false;
+    bool awaitedPainted = false;
+    const PaintWatch otherWatch(other.button, [&] {
+        otherPainted = true;
+        // Not at once: the loop that waits would only then see that it was to end.
+        QTimer::singleShot(50, &awaited, &QWidget::show);
+    });
+    const PaintWatch awaitedWatch(awaited, [&] { awaitedPainted = true; });
+    const LongWork work(much);
+    next([&other] { other.button.update(); });
+
+    LongWork::waitUntilPainted(awaited);
+    QVERIFY(otherPainted);
+    QVERIFY(awaitedPainted);
 }
 
 void TestLongWork::aRefusedFileIsReportedUnderTheUsualPointer()

@@ -240,6 +240,10 @@ void TestScarceMemory::aPictureThatCannotBePackedLeavesTheFile_data()
     drawing.fill(Qt::red);
     QTest::newRow("a large drawing")
         << drawing << 12 * megabyte - megabyte / 2 << 13 * megabyte << megabyte / 16;
+    // So many pixels that room for their text leaves hardly any to pack them.
+    QPixmap larger(4000, 3000);
+    larger.fill(Qt::red);
+    QTest::newRow("a larger drawing") << larger << 15 * megabyte << 17 * megabyte << megabyte / 16;
 }
 
 void TestScarceMemory::aPictureThatCannotBePackedLeavesTheFile()
@@ -277,8 +281,8 @@ void TestScarceMemory::aPictureThatCannotBePackedLeavesTheFile()
 void TestScarceMemory::aPictureThatCannotBeUnpackedIsNotLost()
 {
     BoundBoard at;
-    // Few bytes that become 6 MB.
-    QPixmap drawing(1500, 1000);
+    // Few bytes that become 24 MB, which is more than what is made sure of beforehand.
+    QPixmap drawing(3000, 2000);
     drawing.fill(Qt::red);
     QByteArray png;
     QBuffer buffer(&png);
@@ -289,7 +293,7 @@ void TestScarceMemory::aPictureThatCannotBeUnpackedIsNotLost()
     // However far the work gets.
     int failures = 0;
     int successes = 0;
-    for (qint64 room = 4 * megabyte; room < 24 * megabyte; room += megabyte / 4) {
+    for (qint64 room = 4 * megabyte; room < 64 * megabyte; room += megabyte) {
         at.board.window.loadBoard(at.path(u"antes.vtrz"_s));
         const BoxAnswer warning(u"OK"_s);
         {

@@ -17,6 +17,7 @@ private slots:
     void aGripIsTakenTenPixelsFromTheEdge_data();
     void aGripIsTakenTenPixelsFromTheEdge();
     void besideTheGripTheCanvasIsThePointers();
+    void aShorterGripIsTakenOnlyWhereItIs();
     void thePointerIsAnArrowOnTheGripWhateverTheTool();
     void aPresentationHasNoGrips();
     void aBarThatGoesTakesItsGripAlong();
@@ -89,6 +90,18 @@ void TestScrollGrips::besideTheGripTheCanvasIsThePointers()
         QCOMPARE(board.count(), before + 1);
     }
     QCOMPARE(board.view.verticalScrollBar()->value(), 0);
+}
+
+void TestScrollGrips::aShorterGripIsTakenOnlyWhereItIs()
+{
+    ShownBoard board;
+    board.view.verticalScrollBar()->setValue(0);
+    const QPoint farDown(1192, 300);
+    QVERIFY(board.window.childAt(farDown) != board.view.viewport());
+
+    board.scene.setSceneRect(0, 0, 1920, 10800);
+    QCOMPARE(board.view.verticalScrollBar()->value(), 0);
+    QCOMPARE(board.window.childAt(farDown), board.view.viewport());
 }
 
 void TestScrollGrips::thePointerIsAnArrowOnTheGripWhateverTheTool()

@@ -33,6 +33,7 @@ class TestToolModes : public QObject
     Q_OBJECT
 
 private slots:
+    void theNumbersOfTheModesStay();
     void aModeHasItsTitleCursorAndButton_data();
     void aModeHasItsTitleCursorAndButton();
     void aModesCursorShowsAfterThatOfAnItem();
@@ -54,6 +55,14 @@ private slots:
     void otherEventsAreLeftAlone_data();
     void otherEventsAreLeftAlone();
 };
+
+void TestToolModes::theNumbersOfTheModesStay()
+{
+    int number = 0;
+    for (const auto mode : {ToolMode::Cursor, ToolMode::Note, ToolMode::Pen, ToolMode::Line,
+                            ToolMode::Image, ToolMode::Eraser})
+        QCOMPARE(static_cast<int>(mode), number++);
+}
 
 void TestToolModes::aModeHasItsTitleCursorAndButton_data()
 {

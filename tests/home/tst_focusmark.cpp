@@ -22,6 +22,7 @@ class TestFocusMark : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void init();
     void cleanup() { home.reset(); }
 
@@ -110,6 +111,18 @@ QRect placeIn(const QWidget &window, const QWidget &widget)
 }
 
 } // namespace
+
+/// Whether the keyboard is used is known for all windows together; here nobody has used anything yet.
+void TestFocusMark::initTestCase()
+{
+    BoardsHome started;
+    started.window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&started.window));
+    auto *const button = started.child(u"NewProject"_s);
+    button->setFocus(Qt::OtherFocusReason);
+    QVERIFY(button->hasFocus());
+    QVERIFY(!ringIn(started.window));
+}
 
 void TestFocusMark::init()
 {

@@ -13,7 +13,7 @@ import sys
 import threading
 import time
 from collections import Counter, defaultdict
-from dataclasses import dataclass
+from dataclasses import dataclass, replace
 from pathlib import Path
 
 from equals import Equals
@@ -25,7 +25,7 @@ PLACE = ROOT / "build/mutants"
 # The tests that see what a room does, those of the room first: executables, or one test of them.
 TESTS_OF_ROOMS = {
     "app": ["app_tests", "tst_startedprogram", "tst_instances"],
-    "board": ["board_tests"],
+    "board": ["board_tests", "home_tests:tst_arrivingboards", "home_tests:tst_openboard"],
     "history": ["history_tests"],
     "home": ["home_tests"],
     "items": ["items_tests", "history_tests"],
@@ -34,7 +34,8 @@ TESTS_OF_ROOMS = {
     "storage": ["storage_tests", "board_tests:tst_scarcememory"],
 }
 # What looks at every pixel again and again, or at several scales, takes longer than all other tests;
-# so it is left to the rooms whose work it is about.
+# so it is left to the rooms whose work it is about. What looks at pixels is run row by row, so that a
+# quick row that fails spares the slow ones.
 PIXEL_TESTS = ("tst_canvaspainting",)
 ROOMS_OF_PIXELS = {"painting"}
 ROOMS_OF_SCALES = {"look", "painting"}
@@ -52,6 +53,17 @@ class Test:
 
     def is_scaled(self):
         return any(value.startswith("QT_SCALE_FACTOR=") for value in self.environment)
+
+    def surroundings(self):
+        return {**os.environ, **dict(value.split("=", 1) for value in self.environment)}
+
+    def rows(self):
+        """The rows of its functions, and its functions without rows, each as a test of its own."""
+        listed = subprocess.run([*self.command, "-datatags"], env=self.surroundings(), check=True,
+                                capture_output=True, text=True).stdout
+        for line in listed.splitlines():
+            row = ":".join(line.split(" ", 2)[1:])
+            yield replace(self, name=f"{self.name}::{row}", command=(*self.command, row))
 
 
 @dataclass(frozen=True)
@@ -119,7 +131,10 @@ class Workshop:
 
     def tests(self, room):
         """The tests of the room that CTest knows, by their executables, which have to be built."""
-        names = dict(entry.partition(":")[::2] for entry in TESTS_OF_ROOMS[room])
+        names = defaultdict(set)
+        for entry in TESTS_OF_ROOMS[room]:
+            target, _, name = entry.partition(":")
+            names[target].add(name)
         listed = json.loads(subprocess.run(
             ["ctest", "--show-only=json-v1"], cwd=self.build_folder, check=True,
             capture_output=True, text=True).stdout)["tests"]
@@ -131,8 +146,9 @@ class Workshop:
                 found[target].append(Test(test["name"], tuple(test["command"]),
                                           tuple(properties.get("ENVIRONMENT", [])),
                                           properties["WORKING_DIRECTORY"]))
-        return {target: [test for test in group
-                         if concerns(test, room) and names[target] in ("", test.name)]
+        return {target: [part for test in group
+                         if concerns(test, room) and not names[target].isdisjoint(("", test.name))
+                         for part in (test.rows() if is_of_pixels(test) else [test])]
                 for target, group in found.items()}
 
     def measure(self, tests):
@@ -156,10 +172,12 @@ class Workshop:
             self.times.update(times)
 
     def in_order(self, tests, file):
-        """Those that may fail first come first: of the same name, then what has killed in this file."""
-        name = f"tst_{Path(file).stem}"
-        return sorted(tests, key=lambda test: (test.name != name, -self.killers[file][test.name],
-                                               self.times[test.name]))
+        """Those that may fail first come first: named after the file, then what has killed in it;
+        those at the screen's scale before the others, and the quick ones before the slow ones."""
+        name = Path(file).stem
+        return sorted(tests, key=lambda test: (name not in test.name,
+                                               -self.killers[file][test.name],
+                                               test.is_scaled(), self.times[test.name]))
 
     def killer(self, mutant, tests):
         """The test that fails with the mutant, "the compiler", or None where nothing tells of it."""
@@ -183,7 +201,11 @@ class Workshop:
 
 def concerns(test, room):
     return ((room in ROOMS_OF_SCALES or not test.is_scaled())
-            and (room in ROOMS_OF_PIXELS or not test.name.startswith(PIXEL_TESTS)))
+            and (room in ROOMS_OF_PIXELS or not is_of_pixels(test)))
+
+
+def is_of_pixels(test):
+    return test.name.startswith(PIXEL_TESTS)
 
 
 def fails(test, limit):
@@ -194,10 +216,9 @@ def fails(test, limit):
         os.makedirs(folder)
     scratch = Path(test.folder) / "scratch" / "here"
     scratch.mkdir(parents=True, exist_ok=True)
-    environment = {**os.environ, **dict(value.split("=", 1) for value in test.environment)}
-    with subprocess.Popen(test.command, cwd=scratch, env=environment, stdin=subprocess.DEVNULL,
-                          stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-                          start_new_session=True) as process:
+    with subprocess.Popen(test.command, cwd=scratch, env=test.surroundings(),
+                          stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                          stderr=subprocess.STDOUT, start_new_session=True) as process:
         late = threading.Event()
 
         def end():
