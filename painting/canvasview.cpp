@@ -28,9 +28,12 @@ CanvasView::CanvasView(QWidget *parent)
 bool CanvasView::event(QEvent *event)
 {
     if (event->type() == QEvent::KeyPress && !(scene() && scene()->focusItem())) {
-        const int key = static_cast<const QKeyEvent *>(event)->key();
-        if (key == Qt::Key_Tab || key == Qt::Key_Backtab)
-            return QAbstractScrollArea::event(event);
+        const auto &press = *static_cast<const QKeyEvent *>(event);
+        const bool isForward = press.key() == Qt::Key_Tab;
+        const bool isOther = press.modifiers().testAnyFlags(Qt::ControlModifier | Qt::AltModifier);
+        if ((isForward || press.key() == Qt::Key_Backtab) && !isOther
+            && focusNextPrevChild(isForward))
+            return true;
     }
     return QGraphicsView::event(event);
 }
