@@ -69,6 +69,7 @@ void BoardWindow::buildWindow()
     // From here on the whole application formats dates and numbers as in Mexico.
     QLocale::setDefault(locale);
     setFixedSize(size());
+    setFocusPolicy(Qt::NoFocus);
 }
 
 /// The bars are drawn slimmer than a hand can aim.

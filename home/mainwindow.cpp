@@ -87,6 +87,8 @@ MainWindow::MainWindow(QWidget *parent)
     ui->listWidget->setPlaceholder(
         u"Aquí aparecerán las pizarras que guarde en\n%1"_s.arg(dataPath));
 
+    if (!QDir(dataPath).exists())
+        QDir(dataPath).mkpath(u"."_s);
     showProjects();
 
     connect(ui->ClearCacheBtn, &QPushButton::clicked, this, &MainWindow::animateCacheClear);
