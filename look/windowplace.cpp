@@ -30,6 +30,8 @@ void moveWindow(QWidget &window, const QPoint &corner)
 
 void takePlaceOf(QWidget &window, const QWidget &other)
 {
+    // It may have been closed from the task bar.
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
     if (!other.isVisible() || other.isMinimized() || other.isFullScreen() || window.isFullScreen())
         return;
     // The widget may hear of its frame later than the window, and a window that was never shown has none

@@ -28,6 +28,7 @@ private slots:
     void theHomeWindowComesBackWhereItWasAfterAPresentation();
     void aKeptPresentationStaysOnTheFullScreen();
     void aMinimisedWindowGivesNoPlace();
+    void aWindowThatWasClosedMinimisedIsSeenAgain();
     void aWindowIsBroughtIntoTheScreenWhereItFits();
     void aWindowThatIsTooLargeForTheScreenStaysInPlace();
 
@@ -121,6 +122,21 @@ void TestWindowPlaces::aMinimisedWindowGivesNoPlace()
     home->window.move(otherPlace); // as some systems report of a window in the task bar
     home->window.startProject();
     QCOMPARE(home->board()->pos(), place);
+}
+
+void TestWindowPlaces::aWindowThatWasClosedMinimisedIsSeenAgain()
+{
+    home->clickRow(0);
+    home->board()->showMinimized();
+    home->closeBoard();
+    QVERIFY(home->window.isVisible());
+    home->window.showMinimized();
+    home->window.startProject();
+    QVERIFY(home->board()->isVisible());
+    QVERIFY(!home->board()->isMinimized());
+    home->closeBoard();
+    QVERIFY(home->window.isVisible());
+    QVERIFY(!home->window.isMinimized());
 }
 
 void TestWindowPlaces::aWindowIsBroughtIntoTheScreenWhereItFits()

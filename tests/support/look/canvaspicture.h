@@ -99,8 +99,13 @@ constexpr int usualRounding = 6; // of some strokes that cross
 inline QString differences(const QImage &one, const QImage &other, const QRegion &pixels,
                            int rounding = usualRounding)
 {
-    if (one.size() != other.size())
-        return QStringLiteral("sizes");
+    if (one.size() != other.size()) {
+        return QStringLiteral("%1x%2 and not %3x%4")
+            .arg(one.width())
+            .arg(one.height())
+            .arg(other.width())
+            .arg(other.height());
+    }
     int most = 0;
     int count = 0;
     QRect where;
