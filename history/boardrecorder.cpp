@@ -67,7 +67,7 @@ void BoardRecorder::replace(const QGraphicsItem *item, const ItemState &state)
         return std::ranges::find(part, item, &Place::item);
     };
     const auto contains = [&](const Places &part) { return placeIn(part) != part.end(); };
-    if (lastPart >= places.size() || !contains(places[lastPart])) {
+    if (!contains(places[lastPart])) {
         const auto part = std::ranges::find_if(places, contains);
         lastPart = static_cast<size_t>(std::distance(places.begin(), part));
     }

@@ -87,8 +87,10 @@ class TestBoardRecorder : public QObject
 private slots:
     void whatHappensByChanceIsRecorded_data();
     void whatHappensByChanceIsRecorded();
+    void whatIsChangedBackIsRecorded();
     void aTwinOfAnItemIsSeen();
     void itemsThatComeOneByOneAreRecorded();
+    void aBoardThatIsDividedOtherwiseIsComparedItemByItem();
     void anotherLevelIsRecorded();
     void manyItemsAtOnceAreRecorded();
     void aMoveOfThePenSharesTheRestOfTheBoard();
@@ -176,6 +178,17 @@ void TestBoardRecorder::whatHappensByChanceIsRecorded()
     QVERIFY(board.changes > steps / 2);
 }
 
+void TestBoardRecorder::whatIsChangedBackIsRecorded()
+{
+    RecordedBoard board;
+    auto *const stroke = addStroke(board.scene, {{100, 100}, {200, 200}});
+    for (const QColor color : {Qt::red, Qt::blue, Qt::red, Qt::blue}) {
+        stroke->setColor(color);
+        board.processEvents();
+        QVERIFY(areTheSame(board.snapshot, takeSnapshot(board.scene)));
+    }
+}
+
 void TestBoardRecorder::aTwinOfAnItemIsSeen()
 {
     RecordedBoard board;
@@ -208,6 +221,21 @@ void TestBoardRecorder::itemsThatComeOneByOneAreRecorded()
         QVERIFY2(areTheSame(board.snapshot, whole), qPrintable(QString::number(i)));
         QVERIFY(snapshotsEqual(board.snapshot, whole));
     }
+}
+
+void TestBoardRecorder::aBoardThatIsDividedOtherwiseIsComparedItemByItem()
+{
+    RecordedBoard board;
+    // A part and one more; a new one then comes to the first part, and in a fresh snapshot to the second.
+    for (int i = 0; i < 65; ++i)
+        addStroke(board.scene, {{1.0 * i, 100}, {1.5 * i, 300}});
+    board.processEvents();
+    auto *const stroke = addStroke(board.scene, {{500, 500}, {510, 500}});
+    board.processEvents();
+    const BoardSnapshot before = board.snapshot;
+    QVERIFY(snapshotsEqual(before, takeSnapshot(board.scene)));
+    stroke->setPath(pathThrough({{500, 500}, {510, 505}}));
+    QVERIFY(!snapshotsEqual(before, takeSnapshot(board.scene)));
 }
 
 void TestBoardRecorder::anotherLevelIsRecorded()

@@ -208,17 +208,20 @@ void TestSnapshotEquality::everyPlaceIsTheSameToTheLastBit()
 
 void TestSnapshotEquality::everyPointIsTheSameToTheLastBit()
 {
-    const auto stroke = [](QPointF end) {
-        const Stroke value(pathThrough({{0, 0}, {100, 0}, end}), Qt::red);
+    const auto stroke = [](QPointF start, QPointF end) {
+        const Stroke value(pathThrough({start, {100, 0}, end}), Qt::red);
         return ItemState{u"FreeDraw"_s, {5, 6}, QVariant::fromValue(value)};
     };
-    const ItemState drawn = stroke({100, 100});
-    QVERIFY(areSame(drawn, stroke({100, 100})));
+    const QPointF here(50, 50);
+    const ItemState drawn = stroke(here, here);
+    QVERIFY(areSame(drawn, stroke(here, here)));
     constexpr qreal hair = 1e-13;
-    for (const QPointF end : {QPointF(100 + hair, 100), QPointF(100, 100 + hair)}) {
-        QVERIFY(equal(drawn, stroke(end)));
-        QVERIFY(!areSame(drawn, stroke(end)));
-        QVERIFY(!areSame(stroke(end), drawn));
+    for (const QPointF nearby : {QPointF(50 + hair, 50), QPointF(50, 50 + hair)}) {
+        for (const ItemState &other : {stroke(here, nearby), stroke(nearby, here)}) {
+            QVERIFY(equal(drawn, other));
+            QVERIFY(!areSame(drawn, other));
+            QVERIFY(!areSame(other, drawn));
+        }
     }
 }
 

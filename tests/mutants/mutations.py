@@ -73,11 +73,13 @@ class Token:
 class Mutation:
     """In place of what stands from begin to end in the source comes replacement."""
 
+    kind: str  # "value", "name", "operator", "sign", "not", "condition" or "statement"
     begin: int
     end: int
     replacement: str
     change: str  # in the words of equal.txt
-    line: int  # from 1 on
+    line: int  # where it begins, from 1 on
+    last_line: int
     code: str  # the line's text, without what indents it
 
     def apply(self, source):
@@ -190,18 +192,20 @@ class Source:
 
 
 def replacements(source):
-    """Yields (token, in its place) for each token that means something else in another form."""
+    """Yields (kind, first, last, in their place) for each token that means something else in another
+    form."""
     for i, token in enumerate(source.tokens):
         if token.kind == "number":
-            yield i, i, plus_one(token.text)
-        elif token.text in WORDS and token.kind == "word":
-            if token.text in ("true", "false") or source.says(i + 1) in ("(", "<"):
-                yield i, i, WORDS[token.text]
+            yield "value", i, i, plus_one(token.text)
+        elif token.text in ("true", "false") and token.kind == "word":
+            yield "value", i, i, WORDS[token.text]
+        elif token.text in WORDS and token.kind == "word" and source.says(i + 1) in ("(", "<"):
+            yield "name", i, i, WORDS[token.text]
         elif token.text in OPERATORS and token.kind == "sign" and source.stands_free(i):
             for other in OPERATORS[token.text]:
-                yield i, i, other
+                yield "operator", i, i, other
         elif token.text == "-" and token.kind == "sign" and is_sign(source, i):
-            yield i, i, ""
+            yield "sign", i, i, ""
 
 
 def is_sign(source, i):
@@ -227,7 +231,7 @@ def plus_one(number):
 
 
 def negated_conditions(source):
-    """Yields (first, last, in their place) for the conditions of branches and loops."""
+    """Yields (kind, first, last, in their place) for the conditions of branches and loops."""
     for i in range(len(source.tokens)):
         word = source.says(i)
         if word in ("if", "while") and source.says(i + 1) == "(":
@@ -238,7 +242,7 @@ def negated_conditions(source):
             if last and last > end + 1:
                 yield from negated(source, end + 1, last - 1)
         elif word == "!" and not is_whole_condition(source, i):
-            yield i, i, ""
+            yield "not", i, i, ""
 
 
 def negated(source, first, last):
@@ -251,11 +255,11 @@ def negated(source, first, last):
     inside = source.text[source.tokens[first].begin : source.tokens[last].end]
     declared = re.match(r"(?:const )?auto .*?(\w+) = ", inside)
     if declared:
-        yield first, last, f"{inside}; !{declared[1]}"
+        yield "condition", first, last, f"{inside}; !{declared[1]}"
     elif source.says(first) == "!" and is_whole_condition(source, first):
-        yield first, last, inside[1:]
+        yield "condition", first, last, inside[1:]
     else:
-        yield first, last, f"!({inside})"
+        yield "condition", first, last, f"!({inside})"
 
 
 def is_whole_condition(source, i):
@@ -315,8 +319,8 @@ def is_droppable(source, first, end):
     word = source.says(first)
     if word in JUMPS:
         return end == first + 1
-    if word in UNDROPPED or word in "{}[]);":
-        return False
+    if word in UNDROPPED or word in "{}[](),.;":
+        return False  # also the call of a lambda behind its end
     i = first
     acts = False
     while i < end:
@@ -338,16 +342,17 @@ def mutations(text):
     source = Source(text)
     untouched = source.untouched()
     found = []
-    for first, last, replacement in [*replacements(source), *negated_conditions(source)]:
+    for kind, first, last, replacement in [*replacements(source), *negated_conditions(source)]:
         if first in untouched:
             continue
         begin, end = source.tokens[first].begin, source.tokens[last].end
         old = " ".join(text[begin:end].split())
-        found.append((begin, end, replacement, f"{old} -> {' '.join(replacement.split()) or 'nothing'}"))
+        change = f"{old} -> {' '.join(replacement.split()) or 'nothing'}"
+        found.append((begin, end, replacement, change, kind))
     for first, last in droppable_statements(source):
         if first not in untouched:
             begin, end = source.tokens[first].begin, source.tokens[last].end
-            found.append((begin, end, ";", "dropped"))
+            found.append((begin, end, ";", "dropped", "statement"))
     return numbered(text, sorted(found))
 
 
@@ -355,14 +360,15 @@ def numbered(text, found):
     """Tells mutations of a file apart that are said in the same words."""
     seen = Counter()
     result = []
-    for begin, end, replacement, change in found:
+    for begin, end, replacement, change, kind in found:
         line_begin = text.rfind("\n", 0, begin) + 1
         code = text[line_begin:].partition("\n")[0].strip()
         line = text.count("\n", 0, begin) + 1
         seen[code, change] += 1
         if seen[code, change] > 1:
             change = f"{change} #{seen[code, change]}"
-        result.append(Mutation(begin, end, replacement, change, line, code))
+        last_line = line + text.count("\n", begin, end)
+        result.append(Mutation(kind, begin, end, replacement, change, line, last_line, code))
     return result
 
 
