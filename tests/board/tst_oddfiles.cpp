@@ -14,13 +14,16 @@
 #include "tests/support/system/unixfiles.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QMap>
+#include <QScopeGuard>
 #include <QTest>
 
 #include <atomic>
 #include <thread>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -88,6 +91,7 @@ private slots:
     void aDiskThatFillsUpHalfwayCountsAsSaved();
     void aFolderThatIsRemovedUnderTheDialogIsReported();
     void aFolderThatMayNotBeWrittenIsReported();
+    void aNewFileHasTheRightsThatThePersonLeaves();
     void aNameOf255BytesIsSavedAndOpened();
     void aLongerNameIsReported();
     void anyNameIsSavedOpenedAndShown_data();
@@ -285,6 +289,18 @@ void TestOddFiles::aFolderThatMayNotBeWrittenIsReported()
     QCOMPARE(at.warningOfSavingAs(folder + u"/plan"_s), cannotOpen);
 
     QVERIFY(at.isAsItWas());
+}
+
+void TestOddFiles::aNewFileHasTheRightsThatThePersonLeaves()
+{
+    for (const mode_t mask : {0U, 077U}) {
+        BoundBoard at;
+        const auto restore = qScopeGuard([before = ::umask(mask)] { ::umask(before); });
+        QCOMPARE(at.warningOfSavingAs(u"nueva"_s), QString());
+        struct stat status = {};
+        QCOMPARE(::stat(QFile::encodeName(at.path(u"nueva.vtrz"_s)).constData(), &status), 0);
+        QCOMPARE(status.st_mode & 0777U, 0666U & ~mask);
+    }
 }
 
 void TestOddFiles::aNameOf255BytesIsSavedAndOpened()

@@ -42,6 +42,8 @@ private slots:
     void openingKeepsTheMode();
     void unknownElementsAreLeftOut();
     void theMarkOfItsEncodingIsPassedOver();
+    void blanksInFrontArePassedOver_data();
+    void blanksInFrontArePassedOver();
     void aBoardWithoutItemsIsEmpty_data();
     void aBoardWithoutItemsIsEmpty();
 
@@ -159,6 +161,29 @@ void TestOpeningBoards::theMarkOfItsEncodingIsPassedOver()
 
     QVERIFY(board.only<StickyNoteItem>());
     QCOMPARE(board.name(), u"plan.vtrz"_s);
+}
+
+void TestOpeningBoards::blanksInFrontArePassedOver_data()
+{
+    QTest::addColumn<QByteArray>("blanks");
+    QTest::newRow("a space") << QByteArray(" ");
+    QTest::newRow("a tab") << QByteArray("\t");
+    QTest::newRow("a line of Unix") << QByteArray("\n");
+    QTest::newRow("lines of Windows") << QByteArray("\r\n\r\n");
+    QTest::newRow("behind the mark of its encoding") << QByteArray("\xef\xbb\xbf \t");
+}
+
+void TestOpeningBoards::blanksInFrontArePassedOver()
+{
+    QFETCH(const QByteArray, blanks);
+    const ScratchHome home;
+    ShownBoard board;
+    const QString path = BoardFile::write(home.path(u"plan.vtrz"_s), {BoardFile::note(500, 300)});
+    writeFile(path, blanks + readFile(path));
+
+    board.window.loadBoard(path);
+
+    QVERIFY(board.only<StickyNoteItem>());
 }
 
 void TestOpeningBoards::aBoardWithoutItemsIsEmpty_data()

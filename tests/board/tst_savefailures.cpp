@@ -335,6 +335,7 @@ void TestSaveFailures::aWriteThatStopsHalfwayCountsAsSaved_data()
     QTest::addColumn<int>("room");
     QTest::newRow("a large board") << manyStrokes() << 65536;
     QTest::newRow("a small board") << QJsonArray{BoardFile::note(500, 300)} << 50;
+    QTest::newRow("after a single byte") << QJsonArray{BoardFile::note(500, 300)} << 1;
 }
 
 void TestSaveFailures::aWriteThatStopsHalfwayCountsAsSaved()

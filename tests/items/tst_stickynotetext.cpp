@@ -5,10 +5,13 @@
 #include "tests/support/items/noteoncanvas.h"
 #include "tests/support/main/registeredtest.h"
 
+#include <QApplication>
 #include <QClipboard>
 #include <QFont>
 #include <QGuiApplication>
 #include <QImage>
+#include <QPalette>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTextCursor>
@@ -25,6 +28,7 @@ class TestStickyNoteText : public QObject
 
 private slots:
     void itsTextIsBlackTwelvePointAndWraps();
+    void itsTextIsBlackAlsoAmongLightLetters();
     void anyTextIsTakenBeforeTheFirstFocus();
     void theFirstFocusKeepsThePlaceholder();
     void theFirstFocusLeavesALongTextUntilItIsEdited();
@@ -66,6 +70,17 @@ void TestStickyNoteText::itsTextIsBlackTwelvePointAndWraps()
     QCOMPARE(text->textWidth(), 280.0);
     QCOMPARE(text->pos(), QPointF(10, 10));
     QCOMPARE(text->textInteractionFlags(), Qt::TextEditorInteraction);
+}
+
+void TestStickyNoteText::itsTextIsBlackAlsoAmongLightLetters()
+{
+    const auto restore =
+        qScopeGuard([before = QApplication::palette()] { QApplication::setPalette(before); });
+    QPalette dark(Qt::black);
+    dark.setColor(QPalette::Text, Qt::white);
+    QApplication::setPalette(dark);
+    const StickyNoteItem note;
+    QCOMPARE(textOf(note)->defaultTextColor(), QColor(Qt::black));
 }
 
 void TestStickyNoteText::anyTextIsTakenBeforeTheFirstFocus()

@@ -2,10 +2,13 @@
 """Usage: equals.py ROOT
 Names what equal.txt has of lines that are not there any more."""
 
+import re
 import sys
 from pathlib import Path
 
 from mutations import mutations
+
+CHANGE = re.compile(r" -> |^dropped( #\d+)?$")
 
 
 class Equals:
@@ -15,9 +18,10 @@ class Equals:
         lines = [line for line in text.splitlines() if not line.startswith("#")]
         self.reasons = {}
         for paragraph in "\n".join(lines).strip().split("\n\n"):
-            parts = [line.strip() for line in paragraph.strip().splitlines()]
-            if parts:
-                self.reasons[tuple(parts[:3])] = " ".join(parts[3:])
+            file, code, *rest = [line.strip() for line in paragraph.strip().splitlines()]
+            reason = " ".join(line for line in rest if not CHANGE.search(line))
+            for change in filter(CHANGE.search, rest):
+                self.reasons[file, code, change] = reason
 
     def has(self, file, mutation):
         return (file, mutation.code, mutation.change) in self.reasons
@@ -25,7 +29,7 @@ class Equals:
     def mistakes(self):
         """What is named without a reason, and what is not there."""
         for entry, reason in self.reasons.items():
-            if len(entry) < 3 or not reason:
+            if not reason:
                 yield f"{' '.join(entry)}: has no reason"
             elif not self.exists(*entry):
                 yield f"{entry[0]}: there is no mutant \"{entry[2]}\" of \"{entry[1]}\""

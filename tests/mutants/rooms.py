@@ -27,6 +27,12 @@ def concerns(test, room):
             and (room in ROOMS_OF_PIXELS or not is_of_pixels(test.test)))
 
 
+def place_for(test, room):
+    """The place of the test's executable among those of the room, from 0 on."""
+    return next(place for place, entry in enumerate(TESTS_OF_ROOMS[room])
+                if entry.partition(":")[0] == test.target)
+
+
 def is_of_pixels(name):
     return name.startswith(PIXEL_TESTS)
 

@@ -14,15 +14,21 @@ from concurrent.futures import ThreadPoolExecutor
 from dataclasses import dataclass, replace
 from pathlib import Path
 
-from rooms import concerns, is_of_pixels, targets
+from rooms import concerns, is_of_pixels, place_for, targets
 
 # A test that takes so many times its normal time, and longer than this many seconds, hangs.
 PATIENCE = 6
 SHORTEST_PATIENCE = 15
 # Seconds; what is quicker runs together with others of its class, which spares their starts.
 QUICK = 1.5
+# Seconds; of a quick run what takes longer is left out, and of the rest what comes to the file among much
+# else, when together they take longer than this.
+SLOW = 5.0
+HASTE = 20.0
 # As many bytes as there can be mutants, as mutated.h has it.
 MOST = 65536
+# Those of a file follow each other.
+NUMBERS_OF_FILE = 500
 # What a mutant may want of the machine.
 LIMITS = ["prlimit", "--as=12000000000", "--fsize=5000000000", "--core=0"]
 FAILURE = re.compile(rb"^(?:FAIL!|XPASS)\s*: \w+::(\w+)")
@@ -46,8 +52,9 @@ class Test:
 
 
 class Runner:
-    def __init__(self, place, workshop, jobs):
+    def __init__(self, place, workshop, jobs, is_hasty):
         self.jobs = jobs
+        self.is_hasty = is_hasty
         self.place = place
         self.folder = workshop.folder
         self.times = {}
@@ -124,6 +131,8 @@ class Runner:
             if note["failed"]:
                 print(f"{test.name()} fails without a mutant, and is left out.", flush=True)
                 continue
+            if self.is_hasty and note["time"] > SLOW:
+                continue
             self.tests.append(test)
             self.times[test] = note["time"]
             self.reached[test] = frozenset(note["reached"])
@@ -140,8 +149,8 @@ class Runner:
 
     def groups(self, mutant, tests):
         """Those that run together: the functions of a class that are quick, or a slow one. Those that may
-        fail first come first: named after the file, then what has killed in it; those at the screen's
-        scale before the others, and the quick ones before the slow ones."""
+        fail first come first: named after the file, then what has killed in it, then those of the room;
+        those at the screen's scale before the others, and the quick ones before the slow ones."""
         found = defaultdict(list)
         for test in tests:
             is_quick = self.times[test] < QUICK
@@ -149,12 +158,30 @@ class Runner:
         name = Path(mutant.file).stem
         return sorted(found.values(), key=lambda group: (
             name not in group[0].test, -self.killers[mutant.file][group[0].test],
-            group[0].is_scaled(), sum(self.times[test] for test in group)))
+            place_for(group[0], mutant.room()), group[0].is_scaled(), sum(self.times[test] for test in group)))
 
     def fate(self, mutant, worker):
         tests = [test for test in self.tests
                  if mutant.number in self.reached[test] and concerns(test, mutant.room())]
+        if self.is_hasty:
+            tests = self.focused(tests, mutant)
         return self.fate_with(mutant, tests, mutant.number, worker) if tests else "not reached"
+
+    def focused(self, tests, mutant):
+        """Those that look most at the mutant's file, as far as they are quick."""
+        def focus(test):
+            in_file = sum(number // NUMBERS_OF_FILE == mutant.number // NUMBERS_OF_FILE
+                          for number in self.reached[test])
+            return in_file / len(self.reached[test])
+
+        found = []
+        time_left = HASTE
+        for test in sorted(tests, key=focus, reverse=True):
+            time_left -= self.times[test]
+            if time_left < 0:
+                break
+            found.append(test)
+        return found
 
     def fate_alone(self, mutant, numbers):
         """That of a mutant that is the whole program, by the tests that come near its place."""

@@ -1,5 +1,5 @@
 # Tries mutants: builds them all as one program, and sees for each whether a test fails.
-"""Usage: trial.py [--sample N] [--seed S] [--again] [--jobs N] [--together] [ROOM|FILE|FILE:LINE]...
+"""Usage: trial.py [--sample N] [--seed S] [--again] [--jobs N] [--quick] [ROOM|FILE|FILE:LINE]...
 scripts/mutate tells what it does."""
 
 import argparse
@@ -20,12 +20,11 @@ from pathlib import Path
 from equals import Equals
 from mutations import mutations
 from rooms import TESTS_OF_ROOMS
-from runner import Runner
+from runner import NUMBERS_OF_FILE, Runner
 from workshop import Workshop
 
 ROOT = Path(__file__).resolve().parents[2]
 PLACE = ROOT / "build/mutants"
-NUMBERS_OF_FILE = 500
 
 
 @dataclass(frozen=True)
@@ -178,7 +177,7 @@ def main():
     parser.add_argument("--sample", type=int, default=0)
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--again", action="store_true")
-    parser.add_argument("--together", action="store_true")
+    parser.add_argument("--quick", action="store_true")
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
     parser.add_argument("places", nargs="*")
     options = parser.parse_args()
@@ -200,10 +199,10 @@ def main():
     if untried:
         workshop = Workshop(ROOT, PLACE, every)
         workshop.build()
-        runner = Runner(PLACE, workshop, options.jobs)
+        runner = Runner(PLACE, workshop, options.jobs, options.quick)
         runner.measure({mutant.room() for mutant in untried})
         try_together([mutant for mutant in untried if mutant not in workshop.left_out], runner, fates)
-        if not options.together:
+        if not options.quick:
             try_alone([mutant for mutant in untried if mutant in workshop.left_out], workshop, runner, fates)
     print_table(chosen, fates)
     sys.exit(1 if print_survivors(chosen, fates) else 0)
