@@ -13,6 +13,7 @@
 #include "tests/support/system/smalldisk.h"
 #include "tests/support/system/unixfiles.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QMap>
@@ -36,6 +37,12 @@ const QString cannotOpen = u"No se pudo guardar el archivo."_s;
 const QString cannotWrite = u"Error al escribir en el archivo."_s;
 
 const QJsonArray oneNote{BoardFile::note(500, 300)};
+
+/// How many files the program has open.
+qsizetype openFiles()
+{
+    return QDir(u"/proc/self/fd"_s).entryList(QDir::AllEntries | QDir::System).size();
+}
 
 /// A board with one note, bound to "antes.vtrz" in the home folder.
 struct BoundBoard
@@ -162,7 +169,10 @@ void TestOddFiles::aPipeCannotBeSavedTo()
         isRead ? ::open(QFile::encodeName(pipe).constData(), O_RDONLY | O_NONBLOCK) : -1;
 
     QCOMPARE(at.warningOfSavingAs(at.path(u"plan"_s)), cannotOpen);
+    const qsizetype before = openFiles();
+    QCOMPARE(at.warningOfSavingAs(at.path(u"plan"_s)), cannotOpen);
 
+    QCOMPARE(openFiles(), before);
     QVERIFY(at.isAsItWas());
     if (isRead)
         ::close(reader);

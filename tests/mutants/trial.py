@@ -56,9 +56,13 @@ def all_mutants():
             for number, mutation in enumerate(mutations((ROOT / file).read_text(encoding="utf-8")), 1)]
 
 
-def is_named(mutant, places):
-    return any(place in (mutant.room(), mutant.file, f"{mutant.file}:{mutant.mutation.line}")
-               for place in places)
+def those_of(mutants, places):
+    """The mutants of the rooms, files and lines, in this order; all, where none is named."""
+    def is_at(mutant, place):
+        return place in (mutant.room(), mutant.file, f"{mutant.file}:{mutant.mutation.line}")
+
+    found = [mutant for place in places for mutant in mutants if is_at(mutant, place)]
+    return list(dict.fromkeys(found)) if places else mutants
 
 
 def sample(mutants, size, seed):
@@ -70,10 +74,8 @@ def sample(mutants, size, seed):
     rooms = defaultdict(list)
     for mutant in mutants:
         rooms[mutant.room()].append(mutant)
-    chosen = []
-    for room in rooms.values():
-        chosen += sorted(room, key=place)[:size] if size else room
-    return sorted(chosen, key=lambda mutant: mutant.number)
+    chosen = {mutant for room in rooms.values() for mutant in sorted(room, key=place)[: size or None]}
+    return [mutant for mutant in mutants if mutant in chosen]
 
 
 class Fates:
@@ -184,8 +186,7 @@ def main():
     signal.signal(signal.SIGTERM, lambda *_: os._exit(143))
 
     every = all_mutants()
-    chosen = [mutant for mutant in every if not options.places or is_named(mutant, options.places)]
-    chosen = sample(chosen, options.sample, options.seed)
+    chosen = sample(those_of(every, options.places), options.sample, options.seed)
 
     PLACE.mkdir(parents=True, exist_ok=True)
     fates = Fates(options.again)
