@@ -237,7 +237,9 @@ void TestResizablePixmapItem::aPressOnThePictureSelects()
 {
     ImageOnCanvas on;
     QVERIFY(on.canvas.show());
-    on.canvas.pointer.click(on.onPicture);
+    on.canvas.pointer.press(on.onPicture);
+    QVERIFY(on.image->isSelected());
+    on.canvas.pointer.release(on.onPicture);
     QVERIFY(on.image->isSelected());
     QVERIFY(on.image->hasFocus());
     QCOMPARE(on.image->pos(), on.place);

@@ -41,7 +41,7 @@ private slots:
     void colorTextAndMovingEmitNothing();
     void geometryIsReportedOnlyWithTheFlagThatNotesLack();
 
-    void aClickSelects();
+    void aPressSelects();
     void aDragCountsItsFirstStepTwice();
     void theMiddleButtonDragsToo();
     void nothingMovesAfterTheRelease();
@@ -230,11 +230,13 @@ void TestStickyNoteItem::geometryIsReportedOnlyWithTheFlagThatNotesLack()
     verifyGeometryIsReportedWithItsFlag(note);
 }
 
-void TestStickyNoteItem::aClickSelects()
+void TestStickyNoteItem::aPressSelects()
 {
     NoteOnCanvas on;
     QVERIFY(on.canvas.show());
-    on.canvas.pointer.click(on.onPaper());
+    on.canvas.pointer.press(on.onPaper());
+    QVERIFY(on.note->isSelected());
+    on.canvas.pointer.release(on.onPaper());
     QVERIFY(on.note->isSelected());
     QCOMPARE(on.note->pos(), NoteOnCanvas::place);
 }
