@@ -88,6 +88,7 @@ private slots:
     void whatHappensByChanceIsRecorded_data();
     void whatHappensByChanceIsRecorded();
     void whatIsChangedBackIsRecorded();
+    void aBoardThatWasEmptiedIsRecordedAnew();
     void aTwinOfAnItemIsSeen();
     void itemsThatComeOneByOneAreRecorded();
     void aBoardThatIsDividedOtherwiseIsComparedItemByItem();
@@ -187,6 +188,25 @@ void TestBoardRecorder::whatIsChangedBackIsRecorded()
         board.processEvents();
         QVERIFY(areTheSame(board.snapshot, takeSnapshot(board.scene)));
     }
+}
+
+void TestBoardRecorder::aBoardThatWasEmptiedIsRecordedAnew()
+{
+    RecordedBoard board;
+    // The one that lies lowest stands at the end of a snapshot.
+    auto *const lowest = addStroke(board.scene, {{500, 500}, {510, 500}});
+    for (int i = 0; i < 1000; ++i)
+        addStroke(board.scene, {{1.0 * i, 100}, {1.5 * i, 300}});
+    board.processEvents();
+    lowest->setColor(Qt::red);
+    board.processEvents();
+    board.scene.clear();
+    board.processEvents();
+    auto *const stroke = addStroke(board.scene, {{100, 100}, {200, 200}});
+    board.processEvents();
+    stroke->setColor(Qt::red);
+    board.processEvents();
+    QVERIFY(areTheSame(board.snapshot, takeSnapshot(board.scene)));
 }
 
 void TestBoardRecorder::aTwinOfAnItemIsSeen()
