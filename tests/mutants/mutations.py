@@ -254,6 +254,8 @@ def negated(source, first, last):
         return  # turned, it is the same
     inside = source.text[source.tokens[first].begin : source.tokens[last].end]
     declared = re.match(r"(?:const )?auto .*?(\w+) = ", inside)
+    if declared and source.says(first - 2) == "while":
+        return  # there nothing can stand behind the declaration
     if declared:
         yield "condition", first, last, f"{inside}; !{declared[1]}"
     elif source.says(first) == "!" and is_whole_condition(source, first):
@@ -294,6 +296,8 @@ def is_statement_begin(source, i):
     before = source.says(i - 1)
     if before == "{":
         return source.is_block(i - 1)
+    if before == "}" and (source.says(i) == "(" or not source.is_block(source.partners[i - 1])):
+        return False  # the call of a lambda, or behind a list of values
     if before in ("}", ";"):
         return in_block(source, i)
     if before == ")":
@@ -319,8 +323,8 @@ def is_droppable(source, first, end):
     word = source.says(first)
     if word in JUMPS:
         return end == first + 1
-    if word in UNDROPPED or word in "{}[](),.;":
-        return False  # also the call of a lambda behind its end
+    if word in UNDROPPED or word in "{}[]);":
+        return False
     i = first
     acts = False
     while i < end:
