@@ -98,12 +98,14 @@ class Runner:
             environment[name] = str(scratch / folder)
         return environment
 
-    def measure(self, rooms):
-        """Notes how long each test of the rooms takes where nothing is changed, and where it comes to.
-        That of an unchanged executable is known from an earlier run."""
+    def measure(self, rooms, names):
+        """Notes how long each test of the rooms takes where nothing is changed, and where it comes to; with
+        names, only of those that have one of them in theirs. That of an unchanged executable is known from
+        an earlier run."""
         notes = self.place / "reached.json"
         known = json.loads(notes.read_text()) if notes.exists() else {}
-        wanted = [test for test in self.listed() if any(concerns(test, room) for room in rooms)]
+        wanted = [test for test in self.listed() if any(concerns(test, room) for room in rooms)
+                  and (not names or any(name in test.name() for name in names))]
         for target in {test.target for test in wanted}:
             executable = next(test.command[0] for test in wanted if test.target == target)
             digest = hashlib.sha256(Path(executable).read_bytes()).hexdigest()

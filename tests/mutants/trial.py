@@ -1,5 +1,5 @@
 # Tries mutants: builds them all as one program, and sees for each whether a test fails.
-"""Usage: trial.py [--sample N] [--seed S] [--again] [--jobs N] [--quick] [ROOM|FILE|FILE:LINE]...
+"""Usage: trial.py [--sample N] [--seed S] [--again] [--jobs N] [--quick] [--with TEST]... [ROOM|FILE|FILE:LINE]...
 scripts/mutate tells what it does."""
 
 import argparse
@@ -180,6 +180,7 @@ def main():
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--again", action="store_true")
     parser.add_argument("--quick", action="store_true")
+    parser.add_argument("--with", dest="tests", action="append", default=[])
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
     parser.add_argument("places", nargs="*")
     options = parser.parse_args()
@@ -201,7 +202,7 @@ def main():
         workshop = Workshop(ROOT, PLACE, every)
         workshop.build()
         runner = Runner(PLACE, workshop, options.jobs, options.quick)
-        runner.measure({mutant.room() for mutant in untried})
+        runner.measure({mutant.room() for mutant in untried}, options.tests)
         try_together([mutant for mutant in untried if mutant not in workshop.left_out], runner, fates)
         if not options.quick:
             try_alone([mutant for mutant in untried if mutant in workshop.left_out], workshop, runner, fates)
