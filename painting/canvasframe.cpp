@@ -2,7 +2,8 @@
 #include "painting/canvasframe.h"
 
 #include "items/freedrawitem.h"
-#include "painting/visiblepath.h"
+#include "painting/itempainting.h"
+#include "painting/wholenumbers.h"
 
 #include <QElapsedTimer>
 #include <QGraphicsScene>
@@ -10,7 +11,6 @@
 #include <QGraphicsView>
 #include <QPainter>
 #include <QScopedValueRollback>
-#include <QStyleOptionGraphicsItem>
 
 #include <algorithm>
 #include <cmath>
@@ -24,9 +24,6 @@ namespace {
 
 constexpr QRgb paper = 0xffffffff;
 constexpr QRgb nothing = 0;
-
-// Places farther outside would not fit into whole numbers.
-constexpr QRectF wholeNumbers(-1e6, -1e6, 2e6, 2e6);
 
 QRgb *lineOf(QImage &image, int y)
 {
@@ -47,77 +44,11 @@ void copy(const QImage &from, QImage &to, const QRect &pixels)
     }
 }
 
-// Layers are completed by squares of as many pixels.
-constexpr int tileSide = 32;
-
-QSize tilesOf(const QSize &size)
-{
-    return {(size.width() + tileSide - 1) / tileSide, (size.height() + tileSide - 1) / tileSide};
-}
-
-/// The columns and rows of the tiles that \a pixels touch in a picture of \a size.
-QRect tilesIn(const QSize &size, const QRect &pixels)
-{
-    const QRect inside = pixels & QRect(QPoint(), size);
-    if (inside.isEmpty())
-        return {};
-    return {QPoint(inside.left() / tileSide, inside.top() / tileSide),
-            QPoint(inside.right() / tileSide, inside.bottom() / tileSide)};
-}
-
-/// \a pixels, as far as they lie in a picture of \a size, grown to whole tiles.
-QRect wholeTiles(const QSize &size, const QRect &pixels)
-{
-    const QRect tiles = tilesIn(size, pixels);
-    return QRect(tiles.topLeft() * tileSide, tiles.size() * tileSide) & QRect(QPoint(), size);
-}
-
-/// Calls \a visitor with the number and the pixels of each tile that \a pixels touch.
-template <typename Visitor>
-void forEachTile(const QSize &size, const QRect &pixels, const Visitor &visitor)
-{
-    const QRect tiles = tilesIn(size, pixels);
-    for (int row = tiles.top(); row <= tiles.bottom(); ++row) {
-        for (int column = tiles.left(); column <= tiles.right(); ++column) {
-            const QRect area(column * tileSide, row * tileSide, tileSide, tileSide);
-            visitor(static_cast<size_t>(row) * static_cast<size_t>(tilesOf(size).width())
-                        + static_cast<size_t>(column),
-                    area & QRect(QPoint(), size));
-        }
-    }
-}
-
 /// Keeps \a painter, whose device has a ratio of its own, inside \a pixels.
 void clip(QPainter &painter, const QRect &pixels)
 {
     const qreal ratio = painter.device()->devicePixelRatio();
     painter.setClipRect(QRectF(QPointF(pixels.topLeft()) / ratio, QSizeF(pixels.size()) / ratio));
-}
-
-QStyleOptionGraphicsItem optionFor(const QGraphicsItem *item)
-{
-    QStyleOptionGraphicsItem option;
-    option.state = QStyle::State_None;
-    option.rect = (item->boundingRect() & wholeNumbers).toRect();
-    option.exposedRect = item->boundingRect();
-    option.state.setFlag(QStyle::State_Enabled, item->isEnabled());
-    option.state.setFlag(QStyle::State_Selected, item->isSelected());
-    option.state.setFlag(QStyle::State_HasFocus, item->hasFocus());
-    return option;
-}
-
-// What lies farther from what is seen is not painted, in units of the item: the raster engine would
-// walk through every row of pixels up to there.
-constexpr qreal farthest = 4096;
-
-QRectF nearOf(const QRectF &view)
-{
-    return view.adjusted(-farthest, -farthest, farthest, farthest);
-}
-
-bool isNear(const ArrowLineItem &arrow, const QRectF &view)
-{
-    return nearOf(view).contains(arrow.line().p1()) && nearOf(view).contains(arrow.line().p2());
 }
 
 /// Whether the raster engine draws \a stroke as a line without width. What that covers depends a little on
@@ -126,18 +57,6 @@ bool isHairline(const FreeDrawItem &stroke, const QTransform &toPixels)
 {
     return stroke.QGraphicsPathItem::pen().widthF() * std::sqrt(std::abs(toPixels.determinant()))
         <= 1;
-}
-
-/// Paints of \a arrow what can be seen in \a view: one that ends where it gets out of sight.
-void paintFarArrow(QPainter &painter, const ArrowLineItem &arrow, const QRectF &view,
-                   const QStyleOptionGraphicsItem &option)
-{
-    const auto line = visibleLine(arrow.line(), nearOf(view));
-    if (!line)
-        return;
-    ArrowLineItem standIn(line->p1(), line->p2());
-    static_cast<QGraphicsLineItem &>(standIn).setPen(arrow.QGraphicsLineItem::pen());
-    standIn.paint(&painter, &option);
 }
 
 } // namespace
@@ -467,7 +386,7 @@ QRegion CanvasFrame::paint(const QRect &pixels)
 /// are kept as long as nothing else changes. Returns false where that cannot be done.
 bool CanvasFrame::paintBetweenLayers(const QGraphicsItem *item, const QRect &pixels)
 {
-    if (isOutlineCut(item, wholeTiles(image.size(), pixels))
+    if (isOutlineCut(item, TileGrid(image.size()).wholeTiles(pixels))
         || (layers.between != item && !makeLayers(item, pixels)))
         return false;
     completeLayers(pixels);
@@ -496,9 +415,8 @@ bool CanvasFrame::makeLayers(const QGraphicsItem *item, const QRect &pixels)
         return false;
     layers.beneath.setDevicePixelRatio(image.devicePixelRatio());
     layers.above.setDevicePixelRatio(image.devicePixelRatio());
-    const QSize tiles = tilesOf(image.size());
-    layers.completeTiles.resize(static_cast<size_t>(tiles.width())
-                                * static_cast<size_t>(tiles.height()));
+    layers.tiles = TileGrid(image.size());
+    layers.completeTiles.resize(layers.tiles.count());
 
     constexpr size_t much = 64; // looking through them all would be felt
     const auto items = itemsIn(image.rect());
@@ -512,7 +430,7 @@ bool CanvasFrame::makeLayers(const QGraphicsItem *item, const QRect &pixels)
     }
     const auto *const state = painted.find(item);
     const QRect place = state ? toPixels(state->area) : QRect();
-    paintLayers(wholeTiles(image.size(), pixels | place));
+    paintLayers(layers.tiles.wholeTiles(pixels | place));
     return true;
 }
 
@@ -529,7 +447,7 @@ bool CanvasFrame::isOutlineCut(const QGraphicsItem *item, const QRect &pixels) c
 void CanvasFrame::completeLayers(const QRect &pixels)
 {
     QRect missing;
-    forEachTile(image.size(), pixels, [&](size_t tile, const QRect &area) {
+    layers.tiles.forEachTile(pixels, [&](size_t tile, const QRect &area) {
         if (layers.completeTiles[tile])
             return;
         const auto covers = [&area](const QRect &above) { return above.intersects(area); };
@@ -576,8 +494,8 @@ void CanvasFrame::paintLayers(const QRect &pixels)
     if (layers.isAnythingAbove)
         fill(layers.above, pixels, nothing);
     paintItems(layers.above, above, pixels);
-    forEachTile(image.size(), pixels,
-                [&](size_t tile, const QRect &) { layers.completeTiles[tile] = true; });
+    layers.tiles.forEachTile(
+        pixels, [&](size_t tile, const QRect &) { layers.completeTiles[tile] = true; });
 }
 
 /// Paints \a items, the lowest first, on \a target inside \a pixels.
@@ -588,8 +506,10 @@ void CanvasFrame::paintItems(QImage &target, const QList<QGraphicsItem *> &items
     painter.setRenderHints(canvas.renderHints());
     clip(painter, pixels);
     for (auto *item : items) {
-        if (!layDown(target, item, pixels))
-            paintItem(painter, item, pixels);
+        if (layDown(target, item, pixels))
+            continue;
+        paintAsViewed(painter, *item, toView, pixels, canvas.viewport());
+        ++(dynamic_cast<const FreeDrawItem *>(item) ? done.strokesPainted : done.othersPainted);
     }
 }
 
@@ -658,28 +578,4 @@ void CanvasFrame::prepare()
             && makeCoverage(*stroke))
             ++done.strokesPrepared;
     }
-}
-
-void CanvasFrame::paintItem(QPainter &painter, QGraphicsItem *item, const QRect &pixels)
-{
-    painter.save();
-    // In the very numbers of the toolkit's own views: halves of pixels are rounded alike.
-    painter.setWorldTransform(item->deviceTransform(toView));
-    painter.setOpacity(item->effectiveOpacity());
-    if (const auto *const stroke = dynamic_cast<const FreeDrawItem *>(item)) {
-        painter.setPen(stroke->QGraphicsPathItem::pen());
-        painter.setBrush(stroke->brush());
-        drawVisiblePath(painter, stroke->path(), pixels);
-        ++done.strokesPainted;
-    } else {
-        const auto option = optionFor(item);
-        const QRectF view = painter.deviceTransform().inverted().mapRect(QRectF(pixels));
-        const auto *const arrow = dynamic_cast<const ArrowLineItem *>(item);
-        if (arrow && !isNear(*arrow, view))
-            paintFarArrow(painter, *arrow, view, option);
-        else
-            item->paint(&painter, &option, canvas.viewport());
-        ++done.othersPainted;
-    }
-    painter.restore();
 }

@@ -4,6 +4,7 @@
 #include "items/noteditems.h"
 #include "painting/paintedstate.h"
 #include "painting/strokecoverage.h"
+#include "painting/tilegrid.h"
 
 #include <QImage>
 #include <QPointer>
@@ -89,7 +90,6 @@ private:
     bool layDown(QImage &target, const QGraphicsItem *item, const QRect &pixels);
     const StrokeCoverage *findCoverage(const FreeDrawItem &stroke) const;
     const StrokeCoverage *makeCoverage(const FreeDrawItem &stroke);
-    void paintItem(QPainter &painter, QGraphicsItem *item, const QRect &pixels);
     QList<QGraphicsItem *> itemsIn(const QRect &pixels) const;
     QRect toPixels(const QRectF &sceneRect) const;
     QRectF toScene(const QRect &pixels) const;
@@ -106,6 +106,7 @@ private:
         bool isAnythingAbove = false; // where they are complete
         std::vector<QRect> areasAbove; // of what lies above the item, in pixels
         bool isMuchAbove = false; // too much to list
+        TileGrid tiles;
         std::vector<bool> completeTiles;
     };
 

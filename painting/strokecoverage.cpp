@@ -2,6 +2,7 @@
 #include "painting/strokecoverage.h"
 
 #include "painting/visiblepath.h"
+#include "painting/wholenumbers.h"
 
 #include <QHashFunctions>
 #include <QPainter>
@@ -45,8 +46,9 @@ QRect pixelBounds(const QPainterPath &path, const QPen &pen, const QTransform &t
     const qreal reach = std::max(pen.widthF(), 1.0) * corner;
     const QRectF rect =
         transform.mapRect(path.controlPointRect().adjusted(-reach, -reach, reach, reach));
-    const QRectF limit(-1e6, -1e6, 2e6, 2e6);
-    return limit.contains(rect) ? rect.toAlignedRect().adjusted(-1, -1, 1, 1) : limit.toRect();
+    if (!wholeNumbers.contains(rect))
+        return wholeNumbers.toRect();
+    return rect.toAlignedRect().adjusted(-1, -1, 1, 1);
 }
 
 } // namespace
