@@ -457,8 +457,6 @@ void CanvasFrame::completeLayers(const QRect &pixels)
         }
         // The item has not been here: what is seen is all that rests.
         copy(image, layers.beneath, area);
-        if (layers.isAnythingAbove)
-            fill(layers.above, area, nothing);
         layers.completeTiles[tile] = true;
     });
     paintLayers(missing);

@@ -17,13 +17,19 @@
 #include <QScrollBar>
 #include <QTest>
 
+#include <cmath>
 #include <memory>
+
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 class TestCanvasFrame : public QObject
 {
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void nothingIsKeptBeforeTheViewIsMatched();
     void withoutASceneOrASizeThereIsNoPicture();
     void whateverChangesLooksAsPaintedAnew_data();
@@ -36,6 +42,10 @@ private slots:
     void anotherScaleKeepsNothing();
     void strokesThatChangePaintThemselves();
     void anItemThatChangesAgainIsPaintedBetweenLayers();
+    void whatMovesOnAndOnLooksAsPaintedAnew_data();
+    void whatMovesOnAndOnLooksAsPaintedAnew();
+    void dashedOutlinesStayWhole();
+    void whatTheSceneHasNotToldYetIsSeenWhilePainting();
     void whatDeletedStrokesCoverGoes();
     void whatItTakesIsCounted();
     void clearingLetsGoOfAll();
@@ -97,10 +107,19 @@ public:
     }
 
     /// How the kept picture differs from what painting everything anew shows; empty when it does not.
-    QString difference()
+    QString difference() const
     {
         const QImage &picture = frame.picture();
         return differences(picture, fresh(), picture.rect());
+    }
+
+    /// The same for a board with dashed outlines: they end where the view does.
+    QString differenceOfView() const
+    {
+        const QImage &picture = frame.picture();
+        return differences(picture,
+                           view.viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32),
+                           picture.rect());
     }
 
     ArrowLineItem *addArrow(QPointF from, QPointF to, int width = 2)
@@ -244,6 +263,14 @@ private:
 };
 
 } // namespace
+
+void TestCanvasFrame::initTestCase()
+{
+#ifdef M_PERTURB
+    // New memory is not empty, so that it is seen where nobody has filled a picture.
+    QVERIFY(mallopt(M_PERTURB, 0x5a) == 1);
+#endif
+}
 
 void TestCanvasFrame::nothingIsKeptBeforeTheViewIsMatched()
 {
@@ -452,6 +479,76 @@ void TestCanvasFrame::anItemThatChangesAgainIsPaintedBetweenLayers()
     stroke->moveBy(3, 3);
     board.change();
     QCOMPARE(board.difference(), QString());
+}
+
+void TestCanvasFrame::whatMovesOnAndOnLooksAsPaintedAnew_data()
+{
+    QTest::addColumn<int>("above");
+    QTest::newRow("with nothing above") << 0;
+    QTest::newRow("with some above") << 5;
+    QTest::newRow("with much above") << 90;
+}
+
+void TestCanvasFrame::whatMovesOnAndOnLooksAsPaintedAnew()
+{
+    QFETCH(const int, above);
+    FramedBoard board;
+    for (int i = 0; i < 12; ++i)
+        addStroke(board.scene, {{15.0 * i, 0}, {15.0 * i, 110}});
+    auto *const note = new StickyNoteItem;
+    note->setScale(0.15);
+    board.scene.addItem(note);
+    for (int i = 0; i < above; ++i)
+        board.addArrow({50, 1.3 * i}, {90.0 + i % 7, 1.3 * i})->setZValue(5);
+    board.reopen();
+    for (int i = 0; i < 30; ++i) {
+        note->setPos(5.0 * i, 40 + 40 * std::sin(i));
+        board.change();
+        QCOMPARE(board.difference(), QString());
+    }
+    // Back to where it has been, on layers that are complete there.
+    note->setPos(10, 40);
+    board.change();
+    QCOMPARE(board.difference(), QString());
+}
+
+void TestCanvasFrame::dashedOutlinesStayWhole()
+{
+    FramedBoard board;
+    for (int i = 0; i < 3; ++i) {
+        auto *const arrow =
+            board.addArrow({10.0 + 20 * i, 15.0 + 10 * i}, {90.0 + 20 * i, 70.0 + 10 * i});
+        arrow->setSelected(true);
+    }
+    auto *const stroke = addStroke(board.scene, {{0, 0}, {20, 20}});
+    board.reopen();
+    for (int i = 0; i < 20; ++i) {
+        stroke->moveBy(5, 4);
+        board.change();
+        QCOMPARE(board.differenceOfView(), QString());
+    }
+    for (const int step : {3, -3, 10}) {
+        auto *const bar = board.view.horizontalScrollBar();
+        bar->setValue(bar->value() + step);
+        board.change();
+        QCOMPARE(board.differenceOfView(), QString());
+    }
+    board.scene.clearSelection();
+    board.change();
+    QCOMPARE(board.differenceOfView(), QString());
+}
+
+void TestCanvasFrame::whatTheSceneHasNotToldYetIsSeenWhilePainting()
+{
+    FramedBoard board;
+    auto *const stroke = addStroke(board.scene, {{50, 0}, {50, 300}});
+    addStroke(board.scene, {{0, 40}, {150, 60}});
+    board.reopen();
+    stroke->setColor(Qt::red);
+    board.view.verticalScrollBar()->setValue(5);
+    const QRegion told = board.frame.matchView();
+    QCOMPARE(board.difference(), QString());
+    QVERIFY(told.contains(QPoint(50, 60)));
 }
 
 void TestCanvasFrame::whatDeletedStrokesCoverGoes()
