@@ -79,8 +79,6 @@ void CanvasFrame::clearPicture()
     unprepared = {};
     painted.clear();
     outlined.clear();
-    moving.clear();
-    lastChanged = nullptr;
     layers = {};
     reach = 0;
 }
@@ -140,7 +138,6 @@ QRegion CanvasFrame::follow(const QList<QRectF> &changed)
     // Undone or opened items rest, and so do all others when one was deleted.
     if (NotedItems<PaintedState>::concernsAll(*canvas.scene(), changed)) {
         differing = reviewAll();
-        lastChanged = nullptr;
         layers = {};
         return toViewport(paintAll(differing));
     }
