@@ -1,5 +1,6 @@
 // The mark of the keyboard's focus: where it stands, when it comes and goes.
 
+#include "tests/home/paintcount.h"
 #include "tests/support/dialogs/modalanswer.h"
 #include "tests/support/home/boardshome.h"
 #include "tests/support/look/contrast.h"
@@ -79,22 +80,6 @@ QRect markOf(QWidget &window, QWidget &widget)
     widget.setFocus(Qt::TabFocusReason);
     return difference(before, picture(window));
 }
-
-/// Counts how often a widget is painted.
-class PaintCount : public QObject
-{
-public:
-    explicit PaintCount(QWidget &widget) { widget.installEventFilter(this); }
-
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        if (event->type() == QEvent::Paint)
-            ++count;
-        return QObject::eventFilter(watched, event);
-    }
-
-    int count = 0;
-};
 
 /// The widget that draws the mark in \a window; null where there is none.
 QWidget *ringIn(const QWidget &window)

@@ -72,6 +72,7 @@ private slots:
     void enterOpensTheSelectedBoard_data();
     void enterOpensTheSelectedBoard();
     void theTabKeySelectsTheNewestBoard();
+    void theTabKeySelectsTheOnlyBoard();
     void theFirstArrowKeyTakesTheNewestBoard();
     void theFirstWarningStandsOverTheWindow();
     void everyBoardBeginsAtItsCorner();
@@ -221,6 +222,14 @@ void TestOpenBoard::theTabKeySelectsTheNewestBoard()
     home->child(u"NavMainBtn"_s)->setFocus();
     home->list()->setFocus(Qt::BacktabFocusReason);
     QCOMPARE(home->list()->currentRow(), 2);
+}
+
+void TestOpenBoard::theTabKeySelectsTheOnlyBoard()
+{
+    home->writeBoards(1);
+    QVERIFY(QTest::qWaitForWindowActive(&home->window));
+    home->list()->setFocus(Qt::TabFocusReason);
+    QVERIFY(home->list()->item(0)->isSelected());
 }
 
 void TestOpenBoard::theFirstArrowKeyTakesTheNewestBoard()
