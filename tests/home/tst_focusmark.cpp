@@ -290,7 +290,10 @@ void TestFocusMark::whatTakesOverFromAClickedButtonHasNoMark()
         connect(home->child<QPushButton>(u"ClearCacheBtn"_s), &QPushButton::pressed, button,
                 [button] { button->setEnabled(false); });
     }
-    home->click(u"ClearCacheBtn"_s);
+    const QPoint middle = placeIn(home->window, *button).center();
+    QTest::mousePress(home->window.windowHandle(), Qt::LeftButton, {}, middle);
+    QCoreApplication::processEvents();
+    QTest::mouseRelease(home->window.windowHandle(), Qt::LeftButton, {}, middle);
     auto *const next = home->window.focusWidget();
     QVERIFY(next && next != button);
     QVERIFY(!ringIn(home->window));
