@@ -323,7 +323,7 @@ void TestFocusMark::theMarkStaysAtAPanelThatMoves()
     auto *const panel = home->child(u"SideMenu"_s);
     auto *const button = home->child(u"NavHelpBtn"_s);
     button->setFocus(Qt::TabFocusReason);
-    panel->raise();
+    home->window.centralWidget()->raise();
     panel->move(panel->pos() + QPoint(7, 9));
     const QImage marked = picture(home->window);
     button->clearFocus();
