@@ -88,6 +88,7 @@ private slots:
     // The two actions
     void newBoardShowsAnEmptyBoard();
     void newBoardAfterAnotherIsEmptyAgain();
+    void theFirstBoardDressesNoOtherWindowAnew();
     void closingTheBoardThroughTheSystemEndsTheProgram_data();
     void closingTheBoardThroughTheSystemEndsTheProgram();
     void theOpenDialogAsksForBoardFiles();
@@ -384,6 +385,27 @@ void TestOpenBoard::newBoardAfterAnotherIsEmptyAgain()
     QCOMPARE(home->board(), first);
     QCOMPARE(home->boardName(), u"Pizarra1.vtrz"_s);
     QCOMPARE(home->boardItems(), 0);
+}
+
+void TestOpenBoard::theFirstBoardDressesNoOtherWindowAnew()
+{
+    class Dressings : public QObject
+    {
+    public:
+        bool eventFilter(QObject *watched, QEvent *event) override
+        {
+            if (event->type() == QEvent::StyleChange)
+                ++count;
+            return QObject::eventFilter(watched, event);
+        }
+
+        int count = 0;
+    };
+    Dressings dressings;
+    home->window.installEventFilter(&dressings);
+    home->click(u"NewProject"_s);
+    QVERIFY(home->boardIsOpen());
+    QCOMPARE(dressings.count, 0);
 }
 
 void TestOpenBoard::closingTheBoardThroughTheSystemEndsTheProgram_data()

@@ -37,6 +37,23 @@ void restPointer(QWidget &widget)
     QCoreApplication::sendEvent(&widget, &help);
 }
 
+/// Keeps where the window of a tool tip is when the system is told to show it.
+class FirstPlace : public QObject
+{
+public:
+    FirstPlace() { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const auto *const window = qobject_cast<QWindow *>(watched);
+        if (event->type() == QEvent::Show && window && window->type() == Qt::ToolTip)
+            corner = window->position();
+        return QObject::eventFilter(watched, event);
+    }
+
+    QPoint corner;
+};
+
 /// A window with a lying panel that holds a tool.
 template <typename Window> struct ToolWindow
 {
@@ -74,6 +91,7 @@ private slots:
     void cleanup();
 
     void aToolTipThatJustFitsIntoTheWindowStandsBelowItsTool();
+    void aToolTipIsSeenNowhereElseBefore();
     void aToolTipThatDoesNotFitEndsWithItsPanel();
     void aToolTipStaysAboveTheScreensLowerEdge();
     void aToolTipIsSetInTheProgramsFontAndEdgedQuietly();
@@ -106,6 +124,15 @@ void TestTipsAndLabels::aToolTipThatJustFitsIntoTheWindowStandsBelowItsTool()
     QCOMPARE(at.window.width(), left + tip.width());
     restPointer(at.tool);
     QCOMPARE(ToolWindow<QMainWindow>::tipPlace(), tip);
+}
+
+void TestTipsAndLabels::aToolTipIsSeenNowhereElseBefore()
+{
+    ToolWindow<QMainWindow> at;
+    const FirstPlace first;
+    restPointer(at.tool);
+    QVERIFY(shownTip());
+    QCOMPARE(first.corner, shownTip()->windowHandle()->position());
 }
 
 void TestTipsAndLabels::aToolTipThatDoesNotFitEndsWithItsPanel()
