@@ -53,10 +53,3 @@ void BoardList::resizeEvent(QResizeEvent *event)
     QListWidget::resizeEvent(event);
     scheduleDelayedItemsLayout();
 }
-
-/// By this a delegate knows how wide a row may be: the toolkit tells it the width of the whole list.
-void BoardList::initViewItemOption(QStyleOptionViewItem *option) const
-{
-    QListWidget::initViewItemOption(option);
-    option->rect.setWidth(viewport()->width());
-}

@@ -18,7 +18,6 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
-    void initViewItemOption(QStyleOptionViewItem *option) const override;
 
 private:
     QString placeholder;

@@ -19,8 +19,7 @@ namespace {
 /// of Qt draw a rule in a shade of the background, which is transparent in these labels.
 void showRule(QLabel *label)
 {
-    label->ensurePolished();
-    label->sizeHint(); // lays the text out, and so makes the document
+    label->sizeHint(); // polishes the label, lays its text out, and so makes the document
     if (auto *const document = label->findChild<QTextDocument *>()) {
         QTextBlockFormat colored;
         colored.setBackground(label->palette().windowText());

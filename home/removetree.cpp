@@ -27,10 +27,9 @@ bool removeTree(const QFileInfo &entry)
     if (!entry.isDir())
         return removeFile(path);
 
-    bool removed = true;
     const QFileInfoList entries = QDir(path).entryInfoList(QDir::AllEntries | QDir::Hidden
                                                            | QDir::System | QDir::NoDotAndDotDot);
     for (const QFileInfo &child : entries)
-        removed = removeTree(child) && removed;
-    return removed && QDir().rmdir(path);
+        removeTree(child);
+    return QDir().rmdir(path); // refused where anything is left
 }

@@ -75,8 +75,7 @@ private:
     bool concernsRing(QObject *watched) const
     {
         const auto *const widget = qobject_cast<QWidget *>(watched);
-        const auto *const marked = ring->widget();
-        return widget && marked && (widget == marked || widget->isAncestorOf(marked));
+        return widget && widget->isAncestorOf(ring->widget()); // a widget is its own ancestor, too
     }
 
     bool byKeyboard = false; // the focus went where it is

@@ -35,7 +35,6 @@ FocusRing::FocusRing(QWidget &widget)
     , marked(&widget)
 {
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    setAttribute(Qt::WA_NoSystemBackground);
     if (auto *const tabs = qobject_cast<QTabBar *>(&widget))
         connect(tabs, &QTabBar::currentChanged, this, &FocusRing::follow);
     follow();

@@ -39,10 +39,12 @@ public:
     bool seen = false;
     QString title;
     QString layout;
+    int width = 0; // of the dialog
     QList<int> range; // minimum, maximum and first value
     bool modal = false;
     int interval = 0; // ms
     QList<Step> steps;
+    bool goneAfterThem = false; // the folder, as soon as the last step was done
 
 private:
     void watch()
@@ -70,10 +72,16 @@ private:
         identity = dialog;
         title = dialog->windowTitle();
         layout = QString::fromLatin1(dialog->layout()->metaObject()->className());
+        width = dialog->width();
         range = {bar.minimum(), bar.maximum(), bar.value()};
         modal = dialog->isModal() && dialog->parentWidget() == &window;
         QObject::connect(&bar, &QProgressBar::valueChanged, &bar, [this](int value) {
             steps << Step{value, clock.elapsed(), QFileInfo::exists(folder)};
+            if (value == 100) {
+                QMetaObject::invokeMethod(
+                    &after, [this] { goneAfterThem = !QFileInfo::exists(folder); },
+                    Qt::QueuedConnection);
+            }
         });
     }
 
@@ -84,4 +92,5 @@ private:
     bool hurried;
     QElapsedTimer clock;
     Poll poll;
+    QObject after; // hears of what comes after a step
 };

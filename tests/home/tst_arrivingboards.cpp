@@ -18,6 +18,22 @@ const QString closingQuestion = u"Hay cambios sin guardar. ¿Deseas guardar ante
 const QString cannotOpen = u"No se pudo abrir el archivo."_s;
 const QString noBoard = u"El archivo no tiene un formato válido."_s;
 
+/// Counts what the timers of the program do.
+class TimerCount : public QObject
+{
+public:
+    TimerCount() { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Timer && qobject_cast<QTimer *>(watched))
+            ++count;
+        return QObject::eventFilter(watched, event);
+    }
+
+    int count = 0;
+};
+
 constexpr int longEnough = 500; // ms, in which a board that may come has come several times
 
 /// A home with boards, of which one may be open.
@@ -112,8 +128,10 @@ private slots:
 
     // In the middle of something
     void aDialogIsWaitedFor();
+    void theAnswerToADialogCountsForTheBoardThatItWasAbout_data();
     void theAnswerToADialogCountsForTheBoardThatItWasAbout();
     void aMenuIsWaitedFor();
+    void waitingTakesNoTimeFromOthers();
     void aHeldButtonIsWaitedFor();
     void longWorkIsWaitedFor();
 
@@ -399,15 +417,31 @@ void TestArrivingBoards::aDialogIsWaitedFor()
     QTRY_VERIFY(home->shows(u"plan.vtrz"_s));
 }
 
+void TestArrivingBoards::theAnswerToADialogCountsForTheBoardThatItWasAbout_data()
+{
+    QTest::addColumn<bool>("inTheSameMoment");
+    QTest::newRow("the other one is named before") << false;
+    QTest::newRow("the dialog goes when the other one could come") << true;
+}
+
 void TestArrivingBoards::theAnswerToADialogCountsForTheBoardThatItWasAbout()
 {
-    const QString path = home->open(u"plan.vtrz"_s);
+    QFETCH(const bool, inTheSameMoment);
+    const QString path = home->board(u"plan.vtrz"_s);
+    home->window.answerStart(path);
+    QTRY_VERIFY(home->shows(u"plan.vtrz"_s));
     QVERIFY(QFile::remove(path));
     const QString other = home->board(u"other.vtrz"_s, 2);
     const ModalAnswer<QMessageBox> answer([&](QMessageBox &box) {
         home->window.answerStart(other);
-        QTest::qWait(longEnough);
-        answerBox(box, u"Sí"_s);
+        if (inTheSameMoment) {
+            // Both are due by then, and the answer a little earlier.
+            QTimer::singleShot(1, Qt::PreciseTimer, &box, [&box] { answerBox(box, u"Sí"_s); });
+            QTest::qSleep(longEnough);
+        } else {
+            QTest::qWait(longEnough);
+            answerBox(box, u"Sí"_s);
+        }
     });
     home->leaveBoard();
     QVERIFY(answer.seen());
@@ -428,6 +462,18 @@ void TestArrivingBoards::aMenuIsWaitedFor()
     QVERIFY(!home->board());
     menu.close();
     QTRY_VERIFY(home->shows(u"plan.vtrz"_s));
+}
+
+void TestArrivingBoards::waitingTakesNoTimeFromOthers()
+{
+    QMenu menu(&home->window);
+    menu.addAction(u"choose"_s);
+    menu.popup(home->window.mapToGlobal(QPoint(300, 300)));
+    QVERIFY(QTest::qWaitForWindowExposed(&menu));
+    home->window.answerStart(home->board(u"plan.vtrz"_s));
+    const TimerCount timers;
+    QTest::qWait(longEnough);
+    QVERIFY2(timers.count < 30, qPrintable(QString::number(timers.count)));
 }
 
 void TestArrivingBoards::aHeldButtonIsWaitedFor()

@@ -81,11 +81,14 @@ void TestCacheEffect::theCoversRunTheirCourse()
 void TestCacheEffect::theCoversStartWhereTheyAre()
 {
     home->window.NavSettings();
-    home->child(u"CleanedCacheW"_s)->setGeometry(7, 3, 0, 20);
-    home->child(u"CleanedCacheS"_s)->setGeometry(2, 5, 0, 24);
+    home->child(u"CleanedCacheW"_s)->setGeometry(7, 3, 9, 20);
+    home->child(u"CleanedCacheS"_s)->setGeometry(2, 5, 9, 24);
     home->click(u"ClearCacheBtn"_s);
     QVERIFY(effect());
     effect()->pause();
+    effect()->setCurrentTime(0);
+    QCOMPARE(cover(u"CleanedCacheW"_s), QRect(7, 3, 0, 20)); // folded at first
+    QCOMPARE(cover(u"CleanedCacheS"_s), QRect(2, 5, 0, 24));
     effect()->setCurrentTime(250);
     QCOMPARE(cover(u"CleanedCacheW"_s), QRect(7, 3, 175, 20));
     QCOMPARE(cover(u"CleanedCacheS"_s), QRect(2, 5, 175, 24));

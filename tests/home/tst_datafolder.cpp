@@ -1,5 +1,6 @@
 // Rebuilding the data folder, and deleting all that it holds.
 
+#include "home/removetree.h"
 #include "tests/home/lockedfolder.h"
 #include "tests/home/progresswatch.h"
 #include "tests/support/dialogs/messagebox.h"
@@ -66,6 +67,7 @@ private slots:
 #endif
     void aFolderThatCannotBeDeletedIsReportedAndTheProgramGoesOn();
     void afterAFailureItCanBeTriedAgain();
+    void aFileThatCannotBeRemovedIsToldOf();
     void aFolderThatVanishesMeanwhileIsDeleted();
     void nobodySendsTheProgressAway_data();
     void nobodySendsTheProgressAway();
@@ -215,6 +217,10 @@ void TestDataFolder::theBarShowsTenStepsAndThenTheFolderGoes()
     QCOMPARE(watch.layout, u"QVBoxLayout"_s);
     QCOMPARE(watch.range, QList<int>({0, 100, 0}));
     QVERIFY(watch.modal);
+    QFont bold = QApplication::font();
+    bold.setBold(true);
+    constexpr int buttonsOfTheFrame = 120; // pixels
+    QVERIFY(watch.width >= QFontMetrics(bold).horizontalAdvance(watch.title) + buttonsOfTheFrame);
     QCOMPARE(watch.interval, 200);
     QCOMPARE(watch.steps.size(), 10);
     for (int i = 0; i < 10; ++i) {
@@ -225,6 +231,7 @@ void TestDataFolder::theBarShowsTenStepsAndThenTheFolderGoes()
         QVERIFY2(watch.steps[i].time > due - 150,
                  qPrintable(u"%1 ms instead of %2"_s.arg(watch.steps[i].time).arg(due)));
     }
+    QVERIFY(watch.goneAfterThem);
     QVERIFY(!exists(home->dataPath()));
     QTRY_VERIFY(!watch.dialog);
     QTRY_VERIFY(!home->window.isVisible());
@@ -358,6 +365,18 @@ void TestDataFolder::afterAFailureItCanBeTriedAgain()
     QCOMPARE(returned, 2);
     QCOMPARE(watch->steps.size(), 10);
     QVERIFY(!exists(home->dataPath()));
+}
+
+void TestDataFolder::aFileThatCannotBeRemovedIsToldOf()
+{
+    const QString board = inFolder(u"board.vtrz"_s);
+    writeFile(board);
+    {
+        const LockedFolder locked(home->dataPath(), u"board.vtrz"_s);
+        QVERIFY(!removeTree(QFileInfo(board)));
+    }
+    QVERIFY(removeTree(QFileInfo(board)));
+    QVERIFY(!exists(board));
 }
 
 void TestDataFolder::aFolderThatVanishesMeanwhileIsDeleted()

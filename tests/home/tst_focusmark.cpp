@@ -1,5 +1,6 @@
 // The mark of the keyboard's focus: where it stands, when it comes and goes.
 
+#include "tests/home/paintcount.h"
 #include "tests/support/dialogs/modalanswer.h"
 #include "tests/support/home/boardshome.h"
 #include "tests/support/look/contrast.h"
@@ -27,11 +28,18 @@ private slots:
     void cleanup() { home.reset(); }
 
     void theMarkStandsAroundWhatTheTabKeyGoesTo();
+    void everyKeyThatGoesSomewhereMarksIt_data();
+    void everyKeyThatGoesSomewhereMarksIt();
+    void whatTheWheelGoesToHasNoMark();
+    void theMarkGoesWithTheFocus();
+    void theMarkGoesWithItsWidget();
     void theMarkIsTheSameEverywhere();
+    void theMarksSidesAndCornersAreAlike();
     void theMarkGoesWithTheChosenTab();
     void theMarkLeavesOutTheEmptySpaceAfterABox();
     void aClickTakesTheMarkAway();
     void whatWasClickedHasNoMark();
+    void whatTakesOverFromAClickedButtonHasNoMark_data();
     void whatTakesOverFromAClickedButtonHasNoMark();
     void theCanvasIsMarkedAtTheEdgesOfItsWindow();
     void theMarkLetsThePointerThrough();
@@ -80,22 +88,6 @@ QRect markOf(QWidget &window, QWidget &widget)
     return difference(before, picture(window));
 }
 
-/// Counts how often a widget is painted.
-class PaintCount : public QObject
-{
-public:
-    explicit PaintCount(QWidget &widget) { widget.installEventFilter(this); }
-
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        if (event->type() == QEvent::Paint)
-            ++count;
-        return QObject::eventFilter(watched, event);
-    }
-
-    int count = 0;
-};
-
 /// The widget that draws the mark in \a window; null where there is none.
 QWidget *ringIn(const QWidget &window)
 {
@@ -122,6 +114,9 @@ void TestFocusMark::initTestCase()
     button->setFocus(Qt::OtherFocusReason);
     QVERIFY(button->hasFocus());
     QVERIFY(!ringIn(started.window));
+    // The first key of all is one of the keyboard.
+    started.child(u"NavMainBtn"_s)->setFocus(Qt::TabFocusReason);
+    QVERIFY(ringIn(started.window));
 }
 
 void TestFocusMark::init()
@@ -141,6 +136,51 @@ void TestFocusMark::theMarkStandsAroundWhatTheTabKeyGoesTo()
     }
 }
 
+void TestFocusMark::everyKeyThatGoesSomewhereMarksIt_data()
+{
+    QTest::addColumn<Qt::FocusReason>("reason");
+    QTest::newRow("Tab") << Qt::TabFocusReason;
+    QTest::newRow("Shift and Tab") << Qt::BacktabFocusReason;
+    QTest::newRow("a shortcut") << Qt::ShortcutFocusReason;
+}
+
+void TestFocusMark::everyKeyThatGoesSomewhereMarksIt()
+{
+    QFETCH(const Qt::FocusReason, reason);
+    home->child(u"NewProject"_s)->setFocus(reason);
+    QVERIFY(ringIn(home->window));
+}
+
+void TestFocusMark::whatTheWheelGoesToHasNoMark()
+{
+    home->child(u"NavHelpBtn"_s)->setFocus(Qt::TabFocusReason);
+    QVERIFY(ringIn(home->window));
+    home->child(u"NewProject"_s)->setFocus(Qt::MouseFocusReason);
+    QVERIFY(!ringIn(home->window));
+}
+
+void TestFocusMark::theMarkGoesWithTheFocus()
+{
+    auto *const button = home->child(u"NewProject"_s);
+    button->setFocus(Qt::TabFocusReason);
+    QVERIFY(ringIn(home->window));
+    button->clearFocus();
+    QVERIFY(!ringIn(home->window));
+}
+
+void TestFocusMark::theMarkGoesWithItsWidget()
+{
+    auto *const button = new QPushButton(u"Abrir"_s, &home->window);
+    button->show();
+    button->setFocus(Qt::TabFocusReason);
+    QVERIFY(ringIn(home->window));
+    delete button;
+    home->child(u"NavHelpBtn"_s)->move(9, 9);
+    home->child(u"NewProject"_s)->setFocus(Qt::TabFocusReason);
+    delete ringIn(home->window);
+    QVERIFY(!ringIn(home->window)); // it was the only one
+}
+
 void TestFocusMark::theMarkIsTheSameEverywhere()
 {
     home->window.NavSettings();
@@ -156,9 +196,34 @@ void TestFocusMark::theMarkIsTheSameEverywhere()
         // And nothing else.
         widget->clearFocus();
         const QImage without = picture(home->window);
+        QCOMPARE(shown.pixel(top + QPoint(0, 3)), without.pixel(top + QPoint(0, 3)));
         const QRect inside = mark.adjusted(5, 5, -5, -5);
         QCOMPARE(shown.copy(inside), without.copy(inside));
     }
+}
+
+void TestFocusMark::theMarksSidesAndCornersAreAlike()
+{
+    const QRect place = markOf(home->window, *home->child(u"NavHelpBtn"_s));
+    const QImage mark = picture(home->window).copy(place);
+    constexpr int thickness = 4; // pixels
+    const auto compare = [&mark](QPoint one, QPoint other) {
+        constexpr int rounding = 30; // of 255
+        return std::abs(qGray(mark.pixel(one)) - qGray(mark.pixel(other))) < rounding;
+    };
+    const QPoint last = mark.rect().bottomRight();
+    for (int y = 0; y < thickness; ++y) {
+        for (int x = 0; x <= last.x(); ++x)
+            QVERIFY(compare({x, y}, {x, last.y() - y}));
+        for (int x = 0; x <= last.y(); ++x)
+            QVERIFY(compare({y, x}, {last.x() - y, x}));
+        for (int x = 0; x < thickness; ++x)
+            QVERIFY(compare({x, y}, {y, x}));
+    }
+    // Round, and smoothly so.
+    QVERIFY(mark.pixel(0, 0) != dark);
+    const int shade = qGray(mark.pixel(1, 1));
+    QVERIFY2(shade > qGray(dark) + 20 && shade < 200, qPrintable(QString::number(shade)));
 }
 
 void TestFocusMark::theMarkGoesWithTheChosenTab()
@@ -209,13 +274,26 @@ void TestFocusMark::whatWasClickedHasNoMark()
             || difference(before, picture(home->window)).isEmpty());
 }
 
+void TestFocusMark::whatTakesOverFromAClickedButtonHasNoMark_data()
+{
+    QTest::addColumn<bool>("byItsPress");
+    QTest::newRow("disabled by its press") << true;
+    QTest::newRow("disabled by its release, as it is") << false;
+}
+
 void TestFocusMark::whatTakesOverFromAClickedButtonHasNoMark()
 {
+    QFETCH(const bool, byItsPress);
     home->click(u"NavSettingsBtn"_s);
     auto *const button = home->child(u"ClearCacheBtn"_s);
-    connect(home->child<QPushButton>(u"ClearCacheBtn"_s), &QPushButton::pressed, button,
-            [button] { button->setEnabled(false); });
-    home->click(u"ClearCacheBtn"_s);
+    if (byItsPress) {
+        connect(home->child<QPushButton>(u"ClearCacheBtn"_s), &QPushButton::pressed, button,
+                [button] { button->setEnabled(false); });
+    }
+    const QPoint middle = placeIn(home->window, *button).center();
+    QTest::mousePress(home->window.windowHandle(), Qt::LeftButton, {}, middle);
+    QCoreApplication::processEvents();
+    QTest::mouseRelease(home->window.windowHandle(), Qt::LeftButton, {}, middle);
     auto *const next = home->window.focusWidget();
     QVERIFY(next && next != button);
     QVERIFY(!ringIn(home->window));
@@ -245,6 +323,7 @@ void TestFocusMark::theMarkStaysAtAPanelThatMoves()
     auto *const panel = home->child(u"SideMenu"_s);
     auto *const button = home->child(u"NavHelpBtn"_s);
     button->setFocus(Qt::TabFocusReason);
+    home->window.centralWidget()->raise();
     panel->move(panel->pos() + QPoint(7, 9));
     const QImage marked = picture(home->window);
     button->clearFocus();

@@ -72,6 +72,7 @@ private slots:
     void enterOpensTheSelectedBoard_data();
     void enterOpensTheSelectedBoard();
     void theTabKeySelectsTheNewestBoard();
+    void theTabKeySelectsTheOnlyBoard();
     void theFirstArrowKeyTakesTheNewestBoard();
     void theFirstWarningStandsOverTheWindow();
     void everyBoardBeginsAtItsCorner();
@@ -87,6 +88,7 @@ private slots:
     // The two actions
     void newBoardShowsAnEmptyBoard();
     void newBoardAfterAnotherIsEmptyAgain();
+    void theFirstBoardDressesNoOtherWindowAnew();
     void closingTheBoardThroughTheSystemEndsTheProgram_data();
     void closingTheBoardThroughTheSystemEndsTheProgram();
     void theOpenDialogAsksForBoardFiles();
@@ -221,6 +223,14 @@ void TestOpenBoard::theTabKeySelectsTheNewestBoard()
     home->child(u"NavMainBtn"_s)->setFocus();
     home->list()->setFocus(Qt::BacktabFocusReason);
     QCOMPARE(home->list()->currentRow(), 2);
+}
+
+void TestOpenBoard::theTabKeySelectsTheOnlyBoard()
+{
+    home->writeBoards(1);
+    QVERIFY(QTest::qWaitForWindowActive(&home->window));
+    home->list()->setFocus(Qt::TabFocusReason);
+    QVERIFY(home->list()->item(0)->isSelected());
 }
 
 void TestOpenBoard::theFirstArrowKeyTakesTheNewestBoard()
@@ -375,6 +385,27 @@ void TestOpenBoard::newBoardAfterAnotherIsEmptyAgain()
     QCOMPARE(home->board(), first);
     QCOMPARE(home->boardName(), u"Pizarra1.vtrz"_s);
     QCOMPARE(home->boardItems(), 0);
+}
+
+void TestOpenBoard::theFirstBoardDressesNoOtherWindowAnew()
+{
+    class Dressings : public QObject
+    {
+    public:
+        bool eventFilter(QObject *watched, QEvent *event) override
+        {
+            if (event->type() == QEvent::StyleChange)
+                ++count;
+            return QObject::eventFilter(watched, event);
+        }
+
+        int count = 0;
+    };
+    Dressings dressings;
+    home->window.installEventFilter(&dressings);
+    home->click(u"NewProject"_s);
+    QVERIFY(home->boardIsOpen());
+    QCOMPARE(dressings.count, 0);
 }
 
 void TestOpenBoard::closingTheBoardThroughTheSystemEndsTheProgram_data()

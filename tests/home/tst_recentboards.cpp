@@ -1,5 +1,7 @@
 // The list of recent boards: which it holds, in which order, and how its rows are drawn.
 
+#include "home/boardlist.h"
+#include "tests/home/paintcount.h"
 #include "tests/support/files/boardfiles.h"
 #include "tests/support/files/files.h"
 #include "tests/support/home/boardshome.h"
@@ -79,6 +81,8 @@ private slots:
     // An empty list
     void anEmptyListSaysWhereBoardsWillAppear();
     void theTextOfAnEmptyListStandsInItsMiddle();
+    void anotherTextIsShownAtOnce();
+    void aTextThatIsTooLongIsCutInItsMiddle();
     void thePlaceOfTheBoardsIsCutWhereItIsTooLong();
 
     // The rows
@@ -215,6 +219,29 @@ void TestRecentBoards::theTextOfAnEmptyListStandsInItsMiddle()
     QCOMPARE(inkOf(viewport->grab().toImage()), inkOf(label.grab().toImage()));
 }
 
+void TestRecentBoards::anotherTextIsShownAtOnce()
+{
+    auto *const list = static_cast<BoardList *>(home->list());
+    QCoreApplication::processEvents();
+    const PaintCount painted(*list->viewport());
+    list->setPlaceholder(u"Aquí aparecerán las pizarras"_s);
+    QTRY_VERIFY(painted.count > 0);
+}
+
+void TestRecentBoards::aTextThatIsTooLongIsCutInItsMiddle()
+{
+    const auto shown = [this](QChar first, QChar middle, QChar last) {
+        const QString part(150, u'n');
+        auto *const list = static_cast<BoardList *>(home->list());
+        list->setPlaceholder(first + part + middle + part + last);
+        return list->viewport()->grab().toImage();
+    };
+    const QImage text = shown(u'n', u'n', u'n');
+    QCOMPARE(shown(u'n', u'o', u'n'), text);
+    QVERIFY(shown(u'o', u'n', u'n') != text);
+    QVERIFY(shown(u'n', u'n', u'o') != text);
+}
+
 void TestRecentBoards::thePlaceOfTheBoardsIsCutWhereItIsTooLong()
 {
 #ifdef Q_OS_WIN
@@ -328,7 +355,7 @@ void TestRecentBoards::aRowIsDrawnAsDesigned()
         QImage image(640, 80, QImage::Format_RGB32);
         image.fill(Qt::white);
         QPainter painter(&image);
-        painter.setFont(QFont(u"Montserrat"_s, 9));
+        painter.setFont(QFont(u"Montserrat"_s, 9, QFont::Light));
         const QFont font = painter.font();
         paint(painter);
         if (painter.font() != font)
@@ -383,7 +410,11 @@ void TestRecentBoards::theDesktopsOwnDocumentIconIsPreferred()
     const MagentaTheme withADocument(u"document"_s);
     home = std::make_unique<BoardsHome>();
     home->writeBoards(1);
-    QCOMPARE(home->drawnRow(0).pixelColor(20, 20), QColor(Qt::magenta));
+    const QImage row = home->drawnRow(0);
+    for (const int x : {5, 20, 49})
+        QCOMPARE(row.pixelColor(x, x), QColor(Qt::magenta));
+    for (const int x : {4, 50})
+        QCOMPARE(row.pixelColor(x, x), QColor(0xf5, 0xf5, 0xf5));
 }
 
 void TestRecentBoards::theDocumentIconIsLookedUpOnceForAllRows()

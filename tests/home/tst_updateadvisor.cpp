@@ -13,6 +13,7 @@
 #include <QPropertyAnimation>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QSignalSpy>
 #include <QTimer>
 
 #include <algorithm>
@@ -100,6 +101,7 @@ private slots:
     void itCoversTheWindowAndTakesAllClicks();
     void thePagesLookTheSameUnderTheVeil();
     void itKeepsTheKeyboardOffThePages();
+    void theTabKeyGoesOneButtonFurther();
     void aKeyPressedWhenItComesReachesNoPage();
     void itGivesTheKeyboardBack_data();
     void itGivesTheKeyboardBack();
@@ -195,6 +197,16 @@ void TestUpdateAdvisor::itKeepsTheKeyboardOffThePages()
     home->click(u"CancelUpdate"_s);
     QTRY_VERIFY(!advisor()->isVisible());
     QVERIFY(reached().contains(u"NavSettingsBtn"_s));
+}
+
+void TestUpdateAdvisor::theTabKeyGoesOneButtonFurther()
+{
+    QVERIFY(QTest::qWaitForWindowActive(&home->window));
+    showAdvisor();
+    const QSignalSpy moves(qApp, &QApplication::focusChanged);
+    QTest::keyClick(home->window.windowHandle(), Qt::Key_Tab);
+    QCOMPARE(focusName(), u"StartUpdate"_s);
+    QCOMPARE(moves.size(), 1);
 }
 
 void TestUpdateAdvisor::aKeyPressedWhenItComesReachesNoPage()

@@ -11,6 +11,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
+#include <QNetworkReply>
 #include <QScopedValueRollback>
 
 #include <chrono>
@@ -21,6 +22,22 @@ namespace {
 
 const QString host = QStringLiteral(PLUMARA_UPDATE_HOST);
 constexpr qsizetype tooLarge = 64 * 1024; // bytes of an answer
+
+/// Counts the answers that the program gives back before its end.
+class DeletedReplies : public QObject
+{
+public:
+    DeletedReplies() { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::DeferredDelete && qobject_cast<QNetworkReply *>(watched))
+            ++count;
+        return QObject::eventFilter(watched, event);
+    }
+
+    int count = 0;
+};
 
 QByteArray versionDocument(const QString &version)
 {
@@ -61,6 +78,7 @@ private slots:
     void anEndlessAnswerIsCutOff_data();
     void anEndlessAnswerIsCutOff();
     void aSmallAnswerThatUnpacksToALargeOneIsCutOff();
+    void anAnswerThatWasReadIsNotKept();
     void aDocumentOfReasonableSizeIsRead();
     void aLargerDocumentIsPassedOver();
     void aServerThatNeverAnswersHoldsNothingUp();
@@ -369,6 +387,14 @@ void TestUpdateCheck::aSmallAnswerThatUnpacksToALargeOneIsCutOff()
     HomeWindow home;
     QTRY_VERIFY(!server->requests.isEmpty());
     QVERIFY(staysSilent(home));
+}
+
+void TestUpdateCheck::anAnswerThatWasReadIsNotKept()
+{
+    const DeletedReplies deleted;
+    server->answer("200 OK", versionDocument(u"1.0.2026"_s));
+    const HomeWindow home;
+    QTRY_COMPARE(deleted.count, 1);
 }
 
 void TestUpdateCheck::aDocumentOfReasonableSizeIsRead()

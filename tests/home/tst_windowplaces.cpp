@@ -1,5 +1,6 @@
 // Where the windows of the program come up: each where the other one was.
 
+#include "look/windowplace.h"
 #include "tests/support/dialogs/filedialoganswer.h"
 #include "tests/support/files/boardfiles.h"
 #include "tests/support/home/boardshome.h"
@@ -31,6 +32,8 @@ private slots:
     void aWindowThatWasClosedMinimisedIsSeenAgain();
     void aWindowIsBroughtIntoTheScreenWhereItFits();
     void aWindowThatIsTooLargeForTheScreenStaysInPlace();
+    void aWindowIsBroughtInNoFurtherThanToTheEdge();
+    void aWindowAsHighAsTheScreenFitsIntoIt();
 
 private:
     std::unique_ptr<BoardsHome> home;
@@ -166,6 +169,27 @@ void TestWindowPlaces::aWindowThatIsTooLargeForTheScreenStaysInPlace()
     home->window.move(250, place.y());
     home->window.startProject();
     QCOMPARE(home->board()->pos(), QPoint(250, place.y()));
+}
+
+void TestWindowPlaces::aWindowIsBroughtInNoFurtherThanToTheEdge()
+{
+    const QRect screen = home->window.screen()->availableGeometry();
+    const QMargins frame = home->window.windowHandle()->frameMargins();
+    home->window.move(place.x(), screen.bottom() - 100);
+    QWidget next;
+    next.resize(300, 200);
+    takePlaceOf(next, home->window);
+    QCOMPARE(next.pos().y() + 200 + frame.top() + frame.bottom() - 1, screen.bottom());
+}
+
+void TestWindowPlaces::aWindowAsHighAsTheScreenFitsIntoIt()
+{
+    const QRect screen = home->window.screen()->availableGeometry();
+    const QMargins frame = home->window.windowHandle()->frameMargins();
+    QWidget next;
+    next.resize(300, screen.height() - frame.top() - frame.bottom());
+    takePlaceOf(next, home->window);
+    QCOMPARE(next.pos(), QPoint(place.x(), screen.top()));
 }
 
 PLUMARA_TEST(TestWindowPlaces)
