@@ -35,9 +35,15 @@ private slots:
     void whateverChangesLooksAsPaintedAnew_data();
     void whateverChangesLooksAsPaintedAnew();
     void whatMovesIsToldOfAndLittleElse();
+    void whatIsDeletedIsToldOfAndLittleElse();
     void scrollingTellsOfTheNewStripOnly_data();
     void scrollingTellsOfTheNewStripOnly();
+    void hairlinesAtTheEdgeOfANewStripAreSeen();
+    void aHeadThatReachesIntoTheViewIsSeenAtOnce();
     void whatIsScrolledIsLaidDownAndNotPainted();
+    void whatRestsIsWorkedOutOnce();
+    void aStrokeThatIsTooLongPaintsItself();
+    void preparingGoesInShortSteps();
     void anotherSizeKeepsWhatStrokesCover();
     void anotherScaleKeepsNothing();
     void strokesThatChangePaintThemselves();
@@ -348,6 +354,21 @@ void TestCanvasFrame::whatMovesIsToldOfAndLittleElse()
     }
 }
 
+void TestCanvasFrame::whatIsDeletedIsToldOfAndLittleElse()
+{
+    FramedBoard board;
+    addStroke(board.scene, {{0, 60}, {150, 60}});
+    addStroke(board.scene, {{100, 0}, {100, 110}});
+    const auto *const stroke = addStroke(board.scene, {{20, 20}, {40, 40}});
+    board.change();
+    const QRect place = stroke->sceneBoundingRect().toAlignedRect();
+    delete stroke;
+    const QRegion told = board.change();
+    QCOMPARE(board.difference(), QString());
+    QVERIFY(!told.isEmpty());
+    QVERIFY((told - place.adjusted(-3, -3, 3, 3)).isEmpty());
+}
+
 void TestCanvasFrame::scrollingTellsOfTheNewStripOnly_data()
 {
     QTest::addColumn<QPoint>("step");
@@ -378,6 +399,88 @@ void TestCanvasFrame::scrollingTellsOfTheNewStripOnly()
     QVERIFY(board.frame.matchView().isEmpty());
 }
 
+void TestCanvasFrame::hairlinesAtTheEdgeOfANewStripAreSeen()
+{
+    constexpr int step = 5;
+    for (int place = -2; place <= step + 1; ++place) {
+        FramedBoard board;
+        const QSize size = board.view.viewport()->size();
+        for (const QLine line : {QLine(size.width() + place, 0, size.width() + place, 300),
+                                 QLine(0, size.height() + place, 400, size.height() + place)})
+            addStroke(board.scene, {line.p1(), line.p2()})->setWidth(0);
+        board.reopen();
+        board.view.horizontalScrollBar()->setValue(step);
+        board.view.verticalScrollBar()->setValue(step);
+        board.change();
+        QCOMPARE(board.difference(), QString());
+        board.view.horizontalScrollBar()->setValue(100);
+        board.view.verticalScrollBar()->setValue(100);
+        board.change();
+        board.view.horizontalScrollBar()->setValue(100 - step);
+        board.view.verticalScrollBar()->setValue(100 - step);
+        board.change();
+        QCOMPARE(board.difference(), QString());
+    }
+}
+
+void TestCanvasFrame::aHeadThatReachesIntoTheViewIsSeenAtOnce()
+{
+    FramedBoard board;
+    const int edge = board.view.viewport()->width();
+    board.addArrow({edge + 8.0, 100}, {edge + 8.0, 30}, 9);
+    board.reopen();
+    QCOMPARE(board.difference(), QString());
+}
+
+void TestCanvasFrame::whatRestsIsWorkedOutOnce()
+{
+    FramedBoard board;
+    auto *const note = new StickyNoteItem;
+    note->setPos(20, 20);
+    board.scene.addItem(note);
+    for (int i = 0; i < 3; ++i)
+        addStroke(board.scene, {{0, 40.0 * i}, {150, 40.0 * i + 5}});
+    board.change();
+    const auto before = board.frame.work();
+    // Where the note is painted, the two that lie on it are laid down.
+    note->moveBy(5, 5);
+    board.change();
+    const auto first = board.frame.work();
+    QCOMPARE(first.strokesPainted, before.strokesPainted + 2);
+    QCOMPARE(first.strokesLaidDown, before.strokesLaidDown + 2);
+    note->setNoteColor(StickyNoteItem::Pink);
+    board.scene.addItem(new StickyNoteItem);
+    board.change();
+    QCOMPARE(board.frame.work().strokesPainted, first.strokesPainted);
+    QVERIFY(board.frame.work().strokesLaidDown >= first.strokesLaidDown + 2);
+    QCOMPARE(board.difference(), QString());
+}
+
+void TestCanvasFrame::aStrokeThatIsTooLongPaintsItself()
+{
+    FramedBoard board;
+    addStroke(board.scene, {{-40'000, 10}, {40'000, 60}});
+    board.reopen();
+    board.view.horizontalScrollBar()->setValue(5);
+    board.change();
+    QCOMPARE(board.frame.work().strokesPrepared, 0);
+    QCOMPARE(board.frame.work().strokesLaidDown, 0);
+    QCOMPARE(board.difference(), QString());
+}
+
+void TestCanvasFrame::preparingGoesInShortSteps()
+{
+    FramedBoard board;
+    for (int i = 0; i < 3000; ++i)
+        addStroke(board.scene, {{0, 0.03 * i}, {150, 100 - 0.03 * i}, {0, 0.03 * i + 20}});
+    board.settle();
+    board.frame.clear();
+    board.frame.matchView();
+    board.frame.prepare();
+    QVERIFY(board.frame.work().strokesPrepared > 0);
+    QVERIFY(board.frame.canPrepare());
+}
+
 void TestCanvasFrame::whatIsScrolledIsLaidDownAndNotPainted()
 {
     FramedBoard board;
@@ -405,6 +508,14 @@ void TestCanvasFrame::anotherSizeKeepsWhatStrokesCover()
     QCOMPARE(told, QRegion(board.view.viewport()->rect()));
     QCOMPARE(board.frame.work().strokesPainted, before);
     QCOMPARE(board.difference(), QString());
+    // Layers are of one size, too.
+    auto *const arrow = board.addArrow({10, 10}, {50, 90});
+    for (const QSize size : {QSize(140, 110), QSize(140, 110), QSize(180, 130), QSize(100, 70)}) {
+        board.view.resize(size);
+        arrow->moveBy(7, 5);
+        board.change();
+        QCOMPARE(board.difference(), QString());
+    }
 }
 
 void TestCanvasFrame::anotherScaleKeepsNothing()
@@ -496,7 +607,8 @@ void TestCanvasFrame::whatMovesOnAndOnLooksAsPaintedAnew()
     for (int i = 0; i < 12; ++i)
         addStroke(board.scene, {{15.0 * i, 0}, {15.0 * i, 110}});
     auto *const note = new StickyNoteItem;
-    note->setScale(0.15);
+    note->setText(QString(2000, u'n')); // more than the paper holds
+    note->setScale(0.1);
     board.scene.addItem(note);
     for (int i = 0; i < above; ++i)
         board.addArrow({50, 1.3 * i}, {90.0 + i % 7, 1.3 * i})->setZValue(5);
@@ -536,6 +648,9 @@ void TestCanvasFrame::dashedOutlinesStayWhole()
     board.scene.clearSelection();
     board.change();
     QCOMPARE(board.differenceOfView(), QString());
+    // What has no dashes any more is painted in pieces.
+    stroke->moveBy(-5, -4);
+    QVERIFY(board.change().boundingRect().width() < 40);
 }
 
 void TestCanvasFrame::whatTheSceneHasNotToldYetIsSeenWhilePainting()
