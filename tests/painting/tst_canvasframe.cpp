@@ -449,7 +449,9 @@ void TestCanvasFrame::whatRestsIsWorkedOutOnce()
     QCOMPARE(first.strokesPainted, before.strokesPainted + 2);
     QCOMPARE(first.strokesLaidDown, before.strokesLaidDown + 2);
     note->setNoteColor(StickyNoteItem::Pink);
-    board.scene.addItem(new StickyNoteItem);
+    auto *const other = new StickyNoteItem;
+    other->setPos(25, 25);
+    board.scene.addItem(other);
     board.change();
     QCOMPARE(board.frame.work().strokesPainted, first.strokesPainted);
     QVERIFY(board.frame.work().strokesLaidDown >= first.strokesLaidDown + 2);
