@@ -20,6 +20,7 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QWheelEvent>
+#include <QWindow>
 
 #include <algorithm>
 #include <functional>
@@ -445,6 +446,10 @@ void TestLongWork::anotherWindowThatIsPaintedEndsNoWaiting()
     next([&] {
         // Nor does anything else that the awaited one hears.
         QCoreApplication::postEvent(&awaited, new QEvent(QEvent::User));
+        // And no native window that is told to paint.
+        QWindow native;
+        QPaintEvent paint(QRect(0, 0, 1, 1));
+        QCoreApplication::sendEvent(&native, &paint);
         other.button.update();
     });
 
