@@ -218,7 +218,7 @@ void TestPresentation::openingABoardKeepsWhatIsPresented()
     const ScratchHome home;
     ShownBoard board;
     // So small that the screen shows it larger than it is, and not from the view's corner on.
-    board.scene.setSceneRect(400, 400, 400, 300);
+    board.scene.setSceneRect(200, 200, 100, 75);
     enterPresentation(board);
     const QPointF corner = board.view.mapToScene(0, 0);
     QVERIFY(corner.x() > 0 && corner.y() > 0);
