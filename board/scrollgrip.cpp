@@ -22,10 +22,7 @@ QRect gripOf(const QScrollBar &bar)
     option.minimum = bar.minimum();
     option.maximum = bar.maximum();
     option.pageStep = bar.pageStep();
-    option.singleStep = bar.singleStep();
     option.sliderPosition = bar.sliderPosition();
-    option.sliderValue = bar.value();
-    option.upsideDown = bar.invertedAppearance();
     return bar.style()->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider,
                                        &bar);
 }
@@ -36,10 +33,8 @@ ScrollGrip::ScrollGrip(QScrollBar *scrollBar, QWidget *view)
     : QWidget(view)
     , bar(scrollBar)
 {
-    setAttribute(Qt::WA_NoSystemBackground);
     setCursor(Qt::ArrowCursor);
     bar->installEventFilter(this);
-    connect(bar, &QScrollBar::sliderMoved, this, &ScrollGrip::follow);
     connect(bar, &QScrollBar::valueChanged, this, &ScrollGrip::follow);
     connect(bar, &QScrollBar::rangeChanged, this, &ScrollGrip::follow);
     follow();
@@ -72,7 +67,6 @@ void ScrollGrip::follow()
         place.adjust(0, std::min(0, place.height() - leastWidth), 0, -place.height());
     setGeometry(place);
     setVisible(bar->isVisibleTo(parentWidget()));
-    raise();
 }
 
 bool ScrollGrip::event(QEvent *event)

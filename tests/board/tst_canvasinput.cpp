@@ -6,6 +6,7 @@
 #include "tests/support/main/registeredtest.h"
 
 #include <QPen>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -43,6 +44,8 @@ private slots:
     void thePenDrawsOnWhateverButtonsAreHeld();
     void everyMoveOfThePenModifiesItsStroke();
     void liftingThePenRecordsTheStrokeAndEndsTheMode();
+    void aLiftedPenDrawsNoFurther();
+    void everyMoveArrivesWhileAStrokeIsShort();
     void aPenClickLeavesAnEmptyStroke();
     void anotherButtonDoesNotLiftThePen();
 
@@ -140,6 +143,45 @@ void TestCanvasInput::liftingThePenRecordsTheStrokeAndEndsTheMode()
     QCOMPARE(board.count(), 0);
     board.window.redoMode();
     QCOMPARE(board.only<FreeDrawItem>()->path(), pathThrough({{500, 300}, {520, 310}}));
+}
+
+void TestCanvasInput::aLiftedPenDrawsNoFurther()
+{
+    ShownBoard board;
+    board.click("ModoLapiz");
+    board.pointer.drag({{500, 300}, {520, 310}});
+
+    board.click("ModoLapiz");
+    board.send(QEvent::MouseMove, {540, 290}, Qt::NoButton, Qt::NoButton);
+
+    QCOMPARE(board.only<FreeDrawItem>()->path(), pathThrough({{500, 300}, {520, 310}}));
+}
+
+void TestCanvasInput::everyMoveArrivesWhileAStrokeIsShort()
+{
+    constexpr auto puttingTogether = Qt::AA_CompressHighFrequencyEvents;
+    const bool usual = QCoreApplication::testAttribute(puttingTogether);
+    const auto restore =
+        qScopeGuard([usual] { QCoreApplication::setAttribute(puttingTogether, usual); });
+    // With some window systems only.
+    QCoreApplication::setAttribute(puttingTogether);
+    ShownBoard board;
+    const auto draw = [&board](int points) {
+        for (int i = 0; i < points; ++i)
+            board.send(QEvent::MouseMove, {500.0 + i % 100, 310}, Qt::NoButton, Qt::LeftButton);
+    };
+    board.click("ModoLapiz");
+    board.pointer.press({500, 300});
+    QVERIFY(!QCoreApplication::testAttribute(puttingTogether));
+    draw(400);
+    QVERIFY(!QCoreApplication::testAttribute(puttingTogether));
+    board.pointer.release({500, 300});
+    QVERIFY(QCoreApplication::testAttribute(puttingTogether));
+
+    board.click("ModoLapiz");
+    board.pointer.press({500, 300});
+    draw(600);
+    QVERIFY(QCoreApplication::testAttribute(puttingTogether));
 }
 
 void TestCanvasInput::aPenClickLeavesAnEmptyStroke()

@@ -53,6 +53,7 @@ class TestClosing : public QObject
 private slots:
     void anEmptyUnchangedBoardClosesAtOnce();
     void theHomeWindowComesBeforeTheBoardGoes();
+    void theHomeWindowComesWhereTheBoardWas();
     void anEmptyBoardThatChangedAsks();
     void aSavedBoardWithElementsAsksAndNoLosesNothing();
     void theQuestionOffersThreeAnswers();
@@ -89,6 +90,18 @@ void TestClosing::theHomeWindowComesBeforeTheBoardGoes()
 
     // The other way round, the board would be the last window and the program would end with it.
     QCOMPARE(seen.events, QStringList({u"home shown"_s, u"board closed"_s}));
+}
+
+void TestClosing::theHomeWindowComesWhereTheBoardWas()
+{
+    BoardAtHome at;
+    // A place in which the window's height fits into the screen, and its frame too.
+    const QPoint place(123, 41);
+    at.board.window.move(place);
+
+    at.close();
+
+    QCOMPARE(at.home.pos(), place);
 }
 
 void TestClosing::anEmptyBoardThatChangedAsks()

@@ -23,6 +23,7 @@ private slots:
     void aLineStartsAsAPoint();
     void aLineFollowsThePointer();
     void lettingALineGoRecordsItAndEndsTheMode();
+    void aLineThatWasLetGoFollowsNoFurther();
     void aLineEndsWhereTheButtonIsReleased();
     void aFinishedLineCanBeSelectedAndMoved();
     void theReleaseMakesALineMovableAndSelectable();
@@ -76,6 +77,18 @@ void TestDrawingLines::lettingALineGoRecordsItAndEndsTheMode()
     board.window.undoMode();
     QCOMPARE(board.count(), 0);
     board.window.redoMode();
+    QCOMPARE(board.only<ArrowLineItem>()->line(), QLineF(500, 300, 600, 350));
+}
+
+void TestDrawingLines::aLineThatWasLetGoFollowsNoFurther()
+{
+    ShownBoard board;
+    board.click("ModoLinea");
+    board.pointer.drag({{500, 300}, {600, 350}});
+
+    board.click("ModoLinea");
+    board.send(QEvent::MouseMove, {400, 200}, Qt::NoButton, Qt::NoButton);
+
     QCOMPARE(board.only<ArrowLineItem>()->line(), QLineF(500, 300, 600, 350));
 }
 

@@ -94,7 +94,10 @@ private slots:
     void aDialogErasesNothingFurther();
     void aDialogMakesTheStrokeAStepOfTheHistory();
     void afterTheImageDialogThePenStartsAnew();
+    void aToolThatWasChosenMeanwhileStays_data();
     void aToolThatWasChosenMeanwhileStays();
+    void aMenuOfTheOtherButtonKeepsItsItem();
+    void whatElseHidesTakesNoPointer();
     void theFirstClickInTheHomeWindowCounts();
     void aPresentationKeepsTheStroke_data();
     void aPresentationKeepsTheStroke();
@@ -209,17 +212,62 @@ void TestLostPointer::afterTheImageDialogThePenStartsAnew()
     QCOMPARE(board.only<FreeDrawItem>()->path(), pathThrough({{500, 300}, {520, 310}}));
 }
 
+void TestLostPointer::aToolThatWasChosenMeanwhileStays_data()
+{
+    QTest::addColumn<QByteArray>("tool");
+    for (const char *const tool : {"ModoLapiz", "ModoLinea"})
+        QTest::newRow(tool) << QByteArray(tool);
+}
+
 void TestLostPointer::aToolThatWasChosenMeanwhileStays()
 {
+    QFETCH(const QByteArray, tool);
     const ScratchHome home;
     ShownBoard board;
-    begin(board, "ModoLapiz");
+    begin(board, tool.constData());
     pressByKeyboard(board, "ModoPostIt");
 
     QVERIFY(interruptByDialog(board));
 
     QCOMPARE(board.window.windowTitle(), u"Orvane Plumara - Modo PostIt de cuadro de texto"_s);
     QVERIFY(!QWidget::mouseGrabber());
+    // The first one does not go on where it was.
+    board.click(tool.constData());
+    const QRectF drawn = board.scene.itemsBoundingRect();
+    board.send(QEvent::MouseMove, {900, 600}, Qt::NoButton, Qt::NoButton);
+    QCOMPARE(board.scene.itemsBoundingRect(), drawn);
+}
+
+void TestLostPointer::aMenuOfTheOtherButtonKeepsItsItem()
+{
+    ShownBoard board;
+    QPixmap pixmap(200, 100);
+    pixmap.fill(Qt::red);
+    auto *const image = new ResizablePixmapItem(pixmap);
+    image->setPos(300, 200);
+    board.scene.addItem(image);
+    board.pointer.press({350, 250}, Qt::RightButton);
+    QCOMPARE(board.scene.mouseGrabberItem(), image);
+    QMenu menu;
+    menu.addAction(u"Negro"_s);
+
+    menu.popup(board.window.mapToGlobal(QPoint(600, 400)));
+
+    QCOMPARE(board.scene.mouseGrabberItem(), image);
+}
+
+void TestLostPointer::whatElseHidesTakesNoPointer()
+{
+    ShownBoard board;
+    QWidget tip;
+    tip.show();
+    begin(board, "ModoLapiz");
+
+    tip.hide();
+
+    QCOMPARE(QWidget::mouseGrabber(), &board.view);
+    board.pointer.move({540, 290});
+    QCOMPARE(board.only<FreeDrawItem>()->path(), pathThrough({{500, 300}, {520, 310}, {540, 290}}));
 }
 
 void TestLostPointer::theFirstClickInTheHomeWindowCounts()
@@ -277,6 +325,8 @@ void TestLostPointer::aMenuTakesThePointer()
     begin(board, "ModoLapiz");
     QMenu menu;
     menu.addAction(u"Negro"_s);
+    // It is not there before it is shown.
+    QCOMPARE(QWidget::mouseGrabber(), &board.view);
 
     menu.popup(board.window.mapToGlobal(QPoint(600, 400)));
     QTest::mouseRelease(menu.windowHandle(), Qt::LeftButton, {}, {-50, -50});

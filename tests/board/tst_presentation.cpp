@@ -2,7 +2,9 @@
 
 #include "items/freedrawitem.h"
 #include "tests/board/presentation.h"
+#include "tests/support/files/boardfiles.h"
 #include "tests/support/main/registeredtest.h"
+#include "tests/support/system/scratchhome.h"
 
 #include <QAbstractItemView>
 #include <QElapsedTimer>
@@ -30,6 +32,8 @@ private slots:
     void theReminderStandsAtItsPlace();
     void theReminderIsThereAtOnce();
     void toolsWorkWhilePresenting();
+    void openingABoardKeepsWhatIsPresented();
+    void theWindowManagerMayLetTheWindowGrow();
 
     void theReminderLastsElevenSecondsFromTheFirstEntry();
 };
@@ -73,6 +77,8 @@ void TestPresentation::theWheelOverTheComboEntersNothing()
 
     QCOMPARE(combo.currentIndex(), -1);
     QVERIFY(!presents(board));
+    // What lies around the list may scroll with it.
+    QVERIFY(!down.isAccepted());
 }
 
 void TestPresentation::theSlotEnters()
@@ -205,6 +211,32 @@ void TestPresentation::toolsWorkWhilePresenting()
     QVERIFY(board.only<FreeDrawItem>());
     QCOMPARE(QPointF(board.only<FreeDrawItem>()->path().elementAt(0)), start);
     QVERIFY(presents(board));
+}
+
+void TestPresentation::openingABoardKeepsWhatIsPresented()
+{
+    const ScratchHome home;
+    ShownBoard board;
+    // So small that the screen shows it larger than it is, and not from the view's corner on.
+    board.scene.setSceneRect(200, 200, 100, 75);
+    enterPresentation(board);
+    const QPointF corner = board.view.mapToScene(0, 0);
+    QVERIFY(corner.x() > 0 && corner.y() > 0);
+
+    board.window.loadBoard(BoardFile::write(home.path(u"plan.vtrz"_s)));
+
+    QCOMPARE(board.name(), u"plan.vtrz"_s);
+    QCOMPARE(board.view.mapToScene(0, 0), corner);
+}
+
+void TestPresentation::theWindowManagerMayLetTheWindowGrow()
+{
+    ShownBoard board;
+    enterPresentation(board);
+
+    const auto *const window = board.window.windowHandle();
+    QCOMPARE(window->minimumSize(), QSize(0, 0));
+    QCOMPARE(window->maximumSize(), QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
 }
 
 void TestPresentation::theReminderLastsElevenSecondsFromTheFirstEntry()

@@ -85,6 +85,8 @@ private slots:
     void aFailedWriteLeavesAnEmptyFile();
     void aWriteThatStopsHalfwayCountsAsSaved_data();
     void aWriteThatStopsHalfwayCountsAsSaved();
+    void aBoardThatCannotBeSavedIsNotReplaced_data();
+    void aBoardThatCannotBeSavedIsNotReplaced();
 };
 
 void TestSaveFailures::theWarningIsOneOfTheProgram_data()
@@ -358,6 +360,36 @@ void TestSaveFailures::aWriteThatStopsHalfwayCountsAsSaved()
     QCOMPARE(readFile(path).size(), room);
     QVERIFY(!warning.seen());
     QCOMPARE(nameAnew(board), u"plan.vtrz"_s);
+}
+
+void TestSaveFailures::aBoardThatCannotBeSavedIsNotReplaced_data()
+{
+    QTest::addColumn<bool>("isNew");
+    QTest::newRow("no name was chosen") << true;
+    QTest::newRow("the disk is full") << false;
+}
+
+void TestSaveFailures::aBoardThatCannotBeSavedIsNotReplaced()
+{
+    QFETCH(const bool, isNew);
+    const ScratchHome home;
+    const QString other = BoardFile::write(home.path(u"otro.vtrz"_s));
+    ShownBoard board;
+    if (isNew)
+        board.scene.addItem(new StickyNoteItem);
+    else
+        open(board, home.path(u"plan.vtrz"_s));
+    const QString name = board.name();
+    const FileDialogAnswer dialog({});
+    const BoxSequence boxes(isNew ? QStringList{u"Sí"_s} : QStringList{u"Sí"_s, u"OK"_s});
+    const FileSizeLimit full(0);
+
+    board.window.openInstead(other);
+
+    QCOMPARE(dialog.seen(), isNew);
+    QCOMPARE(boxes.boxes().size(), isNew ? 1 : 2);
+    QCOMPARE(board.count(), 1);
+    QCOMPARE(board.name(), name);
 }
 
 PLUMARA_TEST(TestSaveFailures)

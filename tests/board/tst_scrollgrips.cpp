@@ -16,6 +16,11 @@ class TestScrollGrips : public QObject
 private slots:
     void aGripIsTakenTenPixelsFromTheEdge_data();
     void aGripIsTakenTenPixelsFromTheEdge();
+    void theStripGoesAlongWithTheGrip_data();
+    void theStripGoesAlongWithTheGrip();
+    void theShortestGripHasAShortStrip_data();
+    void theShortestGripHasAShortStrip();
+    void theStripIsSeenThrough();
     void besideTheGripTheCanvasIsThePointers();
     void aShorterGripIsTakenOnlyWhereItIs();
     void thePointerIsAnArrowOnTheGripWhateverTheTool();
@@ -76,6 +81,71 @@ void TestScrollGrips::aGripIsTakenTenPixelsFromTheEdge()
     // The strip has gone along with the grip.
     drag(board, side.onGrip + side.along, side.onGrip);
     QCOMPARE(side.bar->value(), 0);
+}
+
+void TestScrollGrips::theStripGoesAlongWithTheGrip_data()
+{
+    QTest::addColumn<Qt::Orientation>("orientation");
+    QTest::newRow("upright") << Qt::Vertical;
+    QTest::newRow("across") << Qt::Horizontal;
+}
+
+void TestScrollGrips::theStripGoesAlongWithTheGrip()
+{
+    QFETCH(const Qt::Orientation, orientation);
+    ShownBoard board;
+    // The board does not begin at zero, and the grip is short.
+    board.scene.setSceneRect(-3000, -3000, 12000, 12000);
+    const Side side = sideOf(board, orientation, 8);
+    const bool upright = orientation == Qt::Vertical;
+    const auto stripAt = [&](int along) {
+        const QPoint place = upright ? QPoint(1192, along) : QPoint(along, 692);
+        return board.window.childAt(place) != board.view.viewport();
+    };
+    const int length = upright ? side.bar->height() : side.bar->width();
+
+    side.bar->setValue(side.bar->minimum());
+    QVERIFY(stripAt(10) && !stripAt(length / 2) && !stripAt(length - 10));
+    side.bar->setValue((side.bar->minimum() + side.bar->maximum()) / 2);
+    QVERIFY(!stripAt(10) && stripAt(length / 2) && !stripAt(length - 10));
+    side.bar->setValue(side.bar->maximum());
+    QVERIFY(!stripAt(10) && !stripAt(length / 2) && stripAt(length - 10));
+}
+
+void TestScrollGrips::theShortestGripHasAShortStrip_data()
+{
+    theStripGoesAlongWithTheGrip_data();
+}
+
+void TestScrollGrips::theShortestGripHasAShortStrip()
+{
+    QFETCH(const Qt::Orientation, orientation);
+    ShownBoard board;
+    const Side side = sideOf(board, orientation, 8);
+    board.scene.setSceneRect(0, 0, 1'000'000, 1'000'000);
+    side.bar->setValue(0);
+    const auto under = [&](int along, int fromEdge) -> QWidget * {
+        return board.window.childAt(orientation == Qt::Vertical ? QPoint(1200 - fromEdge, along)
+                                                                : QPoint(along, 700 - fromEdge));
+    };
+
+    QVERIFY(under(17, 8) != board.view.viewport());
+    QCOMPARE(under(23, 8), board.view.viewport());
+    // What is drawn of the grip is the bar's own.
+    QCOMPARE(under(17, 3), side.bar);
+}
+
+void TestScrollGrips::theStripIsSeenThrough()
+{
+    ShownBoard board;
+    board.scene.addRect(0, 0, 1920, 1080, {}, Qt::black);
+    board.view.verticalScrollBar()->setValue(0);
+    board.processEvents();
+
+    const QPoint onStrip(1192, onGripStart);
+    QVERIFY(board.window.childAt(onStrip) != board.view.viewport());
+    QCOMPARE(board.window.grab(QRect(onStrip, QSize(1, 1))).toImage().pixelColor(0, 0),
+             QColor(Qt::black));
 }
 
 void TestScrollGrips::besideTheGripTheCanvasIsThePointers()
