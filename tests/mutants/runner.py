@@ -61,6 +61,12 @@ class Runner:
         self.reached = {}  # by test, the numbers of the mutants
         self.killers = defaultdict(Counter)  # by file, the names of classes
         self.tests = []
+        self.running = set()
+
+    def end(self):
+        """Ends all tests that run."""
+        for process in tuple(self.running):
+            end_group(process)
 
     def listed(self):
         """All functions of the classes that CTest knows."""
@@ -236,6 +242,7 @@ class Runner:
 
             watch = threading.Timer(limit, end)
             watch.start()
+            self.running.add(process)
             failed = None
             try:
                 failed = next((match[1].decode() for match in map(FAILURE.match, process.stdout) if match),
@@ -243,6 +250,7 @@ class Runner:
             finally:
                 watch.cancel()
                 end_group(process)
+                self.running.discard(process)
         if late.is_set():
             return "hang"
         return failed or (None if process.returncode == 0 else "crash")

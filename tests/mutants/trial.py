@@ -184,8 +184,6 @@ def main():
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
     parser.add_argument("places", nargs="*")
     options = parser.parse_args()
-    signal.signal(signal.SIGTERM, lambda *_: os._exit(143))
-
     every = all_mutants()
     chosen = sample(those_of(every, options.places), options.sample, options.seed)
 
@@ -202,6 +200,8 @@ def main():
         workshop = Workshop(ROOT, PLACE, every)
         workshop.build()
         runner = Runner(PLACE, workshop, options.jobs, options.quick)
+        for number in (signal.SIGINT, signal.SIGTERM):
+            signal.signal(number, lambda caught, _: (runner.end(), os._exit(128 + caught)))
         runner.measure({mutant.room() for mutant in untried}, options.tests)
         try_together([mutant for mutant in untried if mutant not in workshop.left_out], runner, fates)
         if not options.quick:

@@ -64,6 +64,7 @@ private slots:
     void anEmptyPathCoversNothing();
     void whatIsTooLargeIsNotFeasible();
     void strokesThatLookAlikeShareTheirHash();
+    void whatItTakesIsCounted();
 };
 
 void TestStrokeCoverage::looksAsPainted_data()
@@ -77,6 +78,10 @@ void TestStrokeCoverage::looksAsPainted_data()
     QTest::newRow("between pixels") << roundPen(Qt::black, 2) << fraction;
     QTest::newRow("wide and coloured") << roundPen(QColor(0x30, 0x90, 0xd0), 9) << fraction;
     QTest::newRow("translucent") << roundPen(QColor(200, 30, 30, 100), 6) << fraction;
+    QPen mitred = roundPen(Qt::black, 9);
+    mitred.setJoinStyle(Qt::MiterJoin);
+    mitred.setMiterLimit(12);
+    QTest::newRow("with pointed corners") << mitred << fraction;
     QTest::newRow("a hairline") << roundPen(Qt::black, 0) << fraction;
     QTest::newRow("of no colour") << roundPen(QColor(), 3) << QTransform();
     QTest::newRow("larger") << roundPen(Qt::darkGreen, 3) << fine;
@@ -170,6 +175,29 @@ void TestStrokeCoverage::strokesThatLookAlikeShareTheirHash()
     QCOMPARE(StrokeCoverage::hash(copy, pen), StrokeCoverage::hash(scribble(), pen));
     copy.lineTo(1, 1);
     QVERIFY(StrokeCoverage::hash(copy, pen) != StrokeCoverage::hash(scribble(), pen));
+}
+
+void TestStrokeCoverage::whatItTakesIsCounted()
+{
+    // A comb covers many short pieces of rows, and a scribble on one spot has many points.
+    QPainterPath comb({0, 0});
+    for (int i = 0; i < 40; ++i) {
+        comb.moveTo(4 * i + 0.5, 0);
+        comb.lineTo(4 * i + 0.5, 100);
+    }
+    constexpr qsizetype perPiece =
+        3 * sizeof(qint32) + 1; // where it is, and how a pixel is covered
+    const StrokeCoverage combed(comb, roundPen(Qt::black, 1), {}, true, sheet);
+    QVERIFY(combed.bytes() > 40 * 100 * perPiece);
+    QVERIFY(combed.bytes() < 10 * 40 * 100 * perPiece);
+
+    QPainterPath scribbled({5, 5});
+    constexpr int points = 10'000;
+    for (int i = 0; i < points; ++i)
+        scribbled.lineTo(5 + i % 2, 5);
+    const StrokeCoverage spot(scribbled, roundPen(Qt::black, 1), {}, true, sheet);
+    QVERIFY(spot.bytes() > points * qsizetype(sizeof(QPainterPath::Element)));
+    QVERIFY(spot.bytes() < 2 * points * qsizetype(sizeof(QPainterPath::Element)));
 }
 
 PLUMARA_TEST(TestStrokeCoverage)

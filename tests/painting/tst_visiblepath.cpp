@@ -45,6 +45,7 @@ private slots:
     void aPathWithCurvesStaysWhole();
     void aLongPathIsDrawnTheSame_data();
     void aLongPathIsDrawnTheSame();
+    void aLongPathIsDrawnToTheLastPixel();
     void longLinesAreDrawnInLessTimeThanAsAWhole();
     void aLineInSightStaysTheSame();
     void aLineIsCutWhereItGetsOutOfSight();
@@ -163,6 +164,26 @@ void TestVisiblePath::aLongPathIsDrawnTheSame()
         }
     }
     QVERIFY(dark > 500);
+}
+
+void TestVisiblePath::aLongPathIsDrawnToTheLastPixel()
+{
+    // A pixel more than a square.
+    constexpr int side = 129;
+    QPainterPath path({0, 0});
+    for (int i = 0; i <= side; ++i) {
+        path.lineTo(i, i % 2 == 0 ? side : 0);
+        path.lineTo(i, i % 2 == 0 ? 0 : side);
+    }
+    QImage image(side, side, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.setPen(roundPen(Qt::black, 2));
+    drawVisiblePath(painter, path, image.rect());
+    painter.end();
+    QImage black(image.size(), image.format());
+    black.fill(Qt::black);
+    QCOMPARE(image, black);
 }
 
 void TestVisiblePath::longLinesAreDrawnInLessTimeThanAsAWhole()
