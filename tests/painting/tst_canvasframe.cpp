@@ -273,8 +273,9 @@ private:
 void TestCanvasFrame::initTestCase()
 {
 #ifdef M_PERTURB
-    // New memory is not empty, so that it is seen where nobody has filled a picture.
-    QVERIFY(mallopt(M_PERTURB, 0x5a) == 1);
+    // New memory is not empty, so that it is seen where nobody has filled a picture. The sanitizers have
+    // an allocator of their own, which does not heed it.
+    mallopt(M_PERTURB, 0x5a);
 #endif
 }
 
