@@ -5,7 +5,7 @@ TESTS_OF_ROOMS = {
     "app": ["app_tests", "tst_startedprogram", "tst_instances"],
     "board": ["board_tests", "home_tests:tst_arrivingboards", "home_tests:tst_openboard"],
     "history": ["history_tests", "board_tests"],
-    "home": ["home_tests"],
+    "home": ["home_tests", "board_tests:tst_longwork"],
     "items": ["items_tests", "history_tests", "board_tests"],
     "look": ["home_tests", "board_tests"],
     "painting": ["painting_tests", "board_tests"],
