@@ -673,10 +673,12 @@ void TestCanvasFrame::whatDeletedStrokesCoverGoes()
     FramedBoard board;
     const qsizetype empty = board.frame.bytes();
     const auto *const kept = addStroke(board.scene, {{10, 10}, {300, 110}});
+    constexpr int count = 1200;
     std::vector<std::unique_ptr<FreeDrawItem>> strokes;
-    for (int i = 0; i < 1500; ++i) {
-        strokes.emplace_back(
-            addStroke(board.scene, {{0.1 * i, 20}, {0.1 * i + 3, 50 + 0.01 * i}, {0.05 * i, 100}}));
+    strokes.reserve(count);
+    for (int i = 0; i < count; ++i) {
+        const qreal x = 0.1 * i;
+        strokes.emplace_back(addStroke(board.scene, {{x, 20}, {x + 3, 60}, {x / 2, 100}}));
     }
     board.reopen();
     const qsizetype full = board.frame.bytes();
