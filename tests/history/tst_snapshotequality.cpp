@@ -220,6 +220,7 @@ void TestSnapshotEquality::everyPointIsTheSameToTheLastBit()
         for (const ItemState &other : {stroke(here, nearby), stroke(nearby, here)}) {
             QVERIFY(equal(drawn, other));
             QVERIFY(!areSame(drawn, other));
+            // NOLINTNEXTLINE(readability-suspicious-call-argument) the other way round as well
             QVERIFY(!areSame(other, drawn));
         }
     }

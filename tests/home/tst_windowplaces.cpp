@@ -131,13 +131,13 @@ void TestWindowPlaces::aWindowThatWasClosedMinimisedIsSeenAgain()
 {
     home->clickRow(0);
     home->board()->showMinimized();
-    home->closeBoard();
+    home->board()->closeBoard();
     QVERIFY(home->window.isVisible());
     home->window.showMinimized();
     home->window.startProject();
     QVERIFY(home->board()->isVisible());
     QVERIFY(!home->board()->isMinimized());
-    home->closeBoard();
+    home->board()->closeBoard();
     QVERIFY(home->window.isVisible());
     QVERIFY(!home->window.isMinimized());
 }
