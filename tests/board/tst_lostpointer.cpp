@@ -80,6 +80,17 @@ bool isFree(ShownBoard &board)
     return !QWidget::mouseGrabber() && !board.scene.mouseGrabberItem() && places() == before;
 }
 
+/// Puts a picture of 200 × 100 at (300, 200).
+ResizablePixmapItem *addPicture(ShownBoard &board)
+{
+    QPixmap pixmap(200, 100);
+    pixmap.fill(Qt::red);
+    auto *const image = new ResizablePixmapItem(pixmap);
+    image->setPos(300, 200);
+    board.scene.addItem(image);
+    return image;
+}
+
 } // namespace
 
 class TestLostPointer : public QObject
@@ -241,11 +252,7 @@ void TestLostPointer::aToolThatWasChosenMeanwhileStays()
 void TestLostPointer::aMenuOfTheOtherButtonKeepsItsItem()
 {
     ShownBoard board;
-    QPixmap pixmap(200, 100);
-    pixmap.fill(Qt::red);
-    auto *const image = new ResizablePixmapItem(pixmap);
-    image->setPos(300, 200);
-    board.scene.addItem(image);
+    auto *const image = addPicture(board);
     board.pointer.press({350, 250}, Qt::RightButton);
     QCOMPARE(board.scene.mouseGrabberItem(), image);
     QMenu menu;
@@ -387,11 +394,7 @@ void TestLostPointer::aHandleIsLetGo()
 {
     const ScratchHome home;
     ShownBoard board;
-    QPixmap pixmap(200, 100);
-    pixmap.fill(Qt::red);
-    auto *const image = new ResizablePixmapItem(pixmap);
-    image->setPos(300, 200);
-    board.scene.addItem(image);
+    auto *const image = addPicture(board);
     image->setSelected(true);
     board.pointer.press({498, 298});
     board.pointer.move({448, 298});

@@ -2,12 +2,8 @@
 
 #include "items/noteditems.h"
 
-#include "items/arrowlineitem.h"
-#include "items/freedrawitem.h"
-#include "items/resizablepixmapitem.h"
-#include "items/stickynoteitem.h"
+#include "tests/support/items/itemkinds.h"
 #include "tests/support/items/strokes.h"
-#include "tests/support/main/datarows.h"
 #include "tests/support/main/registeredtest.h"
 
 #include <QGraphicsRectItem>
@@ -18,7 +14,6 @@
 #include <vector>
 
 using Items = std::vector<const QGraphicsItem *>;
-using Maker = QGraphicsItem *(*)();
 
 class TestNotedItems : public QObject
 {
@@ -125,22 +120,12 @@ void TestNotedItems::everyNoteIsVisited()
 
 void TestNotedItems::ofWhatOverlapsOnlyWhatHasChangedIsReviewed_data()
 {
-    QTest::addColumn<Maker>("make");
-    addRow<Maker>("a stroke", []() -> QGraphicsItem * {
-        auto *const stroke = new FreeDrawItem;
-        stroke->setPath(pathThrough({{0, 0}, {30, 40}}));
-        return stroke;
-    });
-    addRow<Maker>("an arrow",
-                  []() -> QGraphicsItem * { return new ArrowLineItem({0, 0}, {30, 40}); });
-    addRow<Maker>("a note", []() -> QGraphicsItem * { return new StickyNoteItem; });
-    addRow<Maker>("a picture",
-                  []() -> QGraphicsItem * { return new ResizablePixmapItem(QPixmap(30, 40)); });
+    addItemKinds();
 }
 
 void TestNotedItems::ofWhatOverlapsOnlyWhatHasChangedIsReviewed()
 {
-    QFETCH(const Maker, make);
+    QFETCH(const ItemMaker, make);
     auto *const item = make();
     scene.addItem(item);
     // Larger than the other, and around it.

@@ -6,9 +6,9 @@
 #include "items/freedrawitem.h"
 #include "items/resizablepixmapitem.h"
 #include "items/stickynoteitem.h"
+#include "tests/support/items/itemkinds.h"
 #include "tests/support/items/noteoncanvas.h"
 #include "tests/support/items/strokes.h"
-#include "tests/support/main/datarows.h"
 #include "tests/support/main/registeredtest.h"
 
 #include <QCoreApplication>
@@ -19,7 +19,6 @@
 
 #include <memory>
 
-using Maker = QGraphicsItem *(*)();
 using Change = void (*)(QGraphicsItem &item);
 
 class TestPaintedState : public QObject
@@ -41,25 +40,6 @@ private slots:
 };
 
 namespace {
-
-/// Adds rows with an item of each kind.
-void addKinds()
-{
-    QTest::addColumn<Maker>("make");
-    addRow<Maker>("a stroke", []() -> QGraphicsItem * {
-        auto *const stroke = new FreeDrawItem;
-        stroke->setPath(pathThrough({{0, 0}, {30, 40}}));
-        return stroke;
-    });
-    addRow<Maker>("an arrow",
-                  []() -> QGraphicsItem * { return new ArrowLineItem({0, 0}, {30, 40}); });
-    addRow<Maker>("a note", []() -> QGraphicsItem * { return new StickyNoteItem; });
-    addRow<Maker>("a picture", []() -> QGraphicsItem * {
-        QPixmap pixmap(30, 40);
-        pixmap.fill(Qt::red);
-        return new ResizablePixmapItem(pixmap);
-    });
-}
 
 /// A scene that takes itself for active, so that its items can have the focus.
 class ActiveScene : public QGraphicsScene
@@ -91,12 +71,12 @@ Difference differenceBy(QGraphicsItem &item, const Change &change)
 
 void TestPaintedState::whatRestsLooksTheSame_data()
 {
-    addKinds();
+    addItemKinds();
 }
 
 void TestPaintedState::whatRestsLooksTheSame()
 {
-    QFETCH(const Maker, make);
+    QFETCH(const ItemMaker, make);
     const std::unique_ptr<QGraphicsItem> item(make());
     const PaintedState state = paintedState(item.get());
     QCOMPARE(state.item, item.get());
@@ -109,43 +89,35 @@ void TestPaintedState::whatRestsLooksTheSame()
 void TestPaintedState::whatChangesLooksDifferent_data()
 {
     QTest::addColumn<Change>("change");
-    QTest::addColumn<Maker>("make");
-    const auto row = [](const char *name, Change change, Maker make) {
+    QTest::addColumn<ItemMaker>("make");
+    const auto row = [](const char *name, Change change, ItemMaker make) {
         QTest::newRow(name) << change << make;
     };
-    const Maker note = []() -> QGraphicsItem * { return new StickyNoteItem; };
-    const Maker arrow = []() -> QGraphicsItem * { return new ArrowLineItem({0, 0}, {30, 40}); };
-    const Maker stroke = []() -> QGraphicsItem * {
-        auto *const item = new FreeDrawItem;
-        item->setPath(pathThrough({{0, 0}, {30, 40}}));
-        return item;
-    };
-    const Maker picture = []() -> QGraphicsItem * {
-        return new ResizablePixmapItem(QPixmap(30, 40));
-    };
-    const Maker text = []() -> QGraphicsItem * {
+    const ItemMaker text = []() -> QGraphicsItem * {
         return new QGraphicsTextItem(QStringLiteral("a"));
     };
-    row("place", [](QGraphicsItem &item) { item.moveBy(1, 0); }, note);
-    row("opacity", [](QGraphicsItem &item) { item.setOpacity(0.5); }, note);
-    row("level", [](QGraphicsItem &item) { item.setZValue(7); }, note);
-    row("selection", [](QGraphicsItem &item) { item.setSelected(true); }, note);
+    row("place", [](QGraphicsItem &item) { item.moveBy(1, 0); }, makeNote);
+    row("opacity", [](QGraphicsItem &item) { item.setOpacity(0.5); }, makeNote);
+    row("level", [](QGraphicsItem &item) { item.setZValue(7); }, makeNote);
+    row("selection", [](QGraphicsItem &item) { item.setSelected(true); }, makeNote);
     row(
         "colour of a note",
         [](QGraphicsItem &item) {
             dynamic_cast<StickyNoteItem &>(item).setNoteColor(StickyNoteItem::Pink);
         },
-        note);
+        makeNote);
     row(
         "colour of a stroke",
-        [](QGraphicsItem &item) { dynamic_cast<FreeDrawItem &>(item).setColor(Qt::red); }, stroke);
+        [](QGraphicsItem &item) { dynamic_cast<FreeDrawItem &>(item).setColor(Qt::red); },
+        makeStroke);
     row(
         "colour of an arrow",
-        [](QGraphicsItem &item) { dynamic_cast<ArrowLineItem &>(item).setColor(Qt::red); }, arrow);
+        [](QGraphicsItem &item) { dynamic_cast<ArrowLineItem &>(item).setColor(Qt::red); },
+        makeArrow);
     row(
         "direction of an arrow",
         [](QGraphicsItem &item) { dynamic_cast<ArrowLineItem &>(item).setLine(30, 40, 0, 0); },
-        arrow);
+        makeArrow);
     row(
         "pixels of a picture",
         [](QGraphicsItem &item) {
@@ -153,7 +125,7 @@ void TestPaintedState::whatChangesLooksDifferent_data()
             other.fill(Qt::blue);
             dynamic_cast<ResizablePixmapItem &>(item).setPixmap(other);
         },
-        picture);
+        makePicture);
     row(
         "letters of a text",
         [](QGraphicsItem &item) {
@@ -175,7 +147,7 @@ void TestPaintedState::whatChangesLooksDifferent_data()
 
 void TestPaintedState::whatChangesLooksDifferent()
 {
-    QFETCH(const Maker, make);
+    QFETCH(const ItemMaker, make);
     QFETCH(const Change, change);
     QGraphicsScene scene;
     auto *const item = make();
