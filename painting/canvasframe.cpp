@@ -179,7 +179,7 @@ QRegion CanvasFrame::matchView()
         if (place == oldPlace)
             return {};
         layers = {};
-        return toViewport(paintAnew(scroll(place - oldPlace), true));
+        return toViewport(paintAnew(scroll(place - oldPlace) + dashedOutlines()));
     }
 
     // What is kept of strokes holds for one scale, and for places that are whole pixels apart: of
@@ -321,45 +321,32 @@ QRegion CanvasFrame::reviewAll()
     return differing;
 }
 
-/// Paints \a pending and whatever else is seen to differ there. Returns all that was painted.
-QRegion CanvasFrame::paintAnew(QRegion pending, bool scrolled)
+/// Paints of \a pixels what is in sight, and whatever else is seen to differ there. Returns all that was
+/// painted.
+QRegion CanvasFrame::paintAnew(const QRegion &pixels)
 {
     // Many small pieces cost more to find their items than to paint.
     constexpr int fewPieces = 8;
     QRegion whole;
-    pending = withWholeOutlines(pending, scrolled);
+    QRegion pending = pixels & image.rect();
     while (!pending.isEmpty()) {
         const QRect part =
             pending.rectCount() > fewPieces ? pending.boundingRect() : *pending.begin();
         const QRegion differing = paint(part);
         whole += part;
+        pending += differing & image.rect();
         pending -= part;
-        pending += withWholeOutlines(differing - part, false);
     }
     return whole;
 }
 
-/// \a pixels, and all of the dashed outlines that lie in them, or all there are after scrolling: where
-/// the dashes begin depends on what is cut off, so an outline is painted as a whole.
-QRegion CanvasFrame::withWholeOutlines(QRegion pixels, bool scrolled) const
+/// The pixels of all dashed outlines. Where their dashes begin depends on where the picture ends.
+QRegion CanvasFrame::dashedOutlines() const
 {
-    pixels &= image.rect();
-    bool cutsOutline = false;
-    // One that is added may cut through another.
-    for (bool grown = true; grown;) {
-        grown = false;
-        for (const auto *item : outlined) {
-            const QRect area = toPixels(painted.find(item)->area) & image.rect();
-            if (!scrolled && !pixels.intersects(area))
-                continue;
-            cutsOutline = true;
-            if (!(QRegion(area) - pixels).isEmpty()) {
-                pixels += area;
-                grown = true;
-            }
-        }
-    }
-    return cutsOutline ? pixels.boundingRect() : pixels;
+    QRegion pixels;
+    for (const auto *item : outlined)
+        pixels += toPixels(painted.find(item)->area);
+    return pixels;
 }
 
 /// Paints \a pixels. Returns what is seen to differ elsewhere as well, because of items that have
@@ -383,8 +370,7 @@ QRegion CanvasFrame::paint(const QRect &pixels)
 /// are kept as long as nothing else changes. Returns false where that cannot be done.
 bool CanvasFrame::paintBetweenLayers(const QGraphicsItem *item, const QRect &pixels)
 {
-    if (isOutlineCut(item, TileGrid(image.size()).wholeTiles(pixels))
-        || (layers.between != item && !makeLayers(item, pixels)))
+    if (layers.between != item && !makeLayers(item, pixels))
         return false;
     completeLayers(pixels);
 
@@ -429,16 +415,6 @@ bool CanvasFrame::makeLayers(const QGraphicsItem *item, const QRect &pixels)
     const QRect place = state ? toPixels(state->area) : QRect();
     paintLayers(layers.tiles.wholeTiles(pixels | place));
     return true;
-}
-
-/// Whether \a pixels cut through the dashed outline of another item than \a item: it would have to be
-/// painted as a whole.
-bool CanvasFrame::isOutlineCut(const QGraphicsItem *item, const QRect &pixels) const
-{
-    return std::ranges::any_of(outlined, [&](const auto *other) {
-        return other != item && !item->isAncestorOf(other)
-            && toPixels(painted.find(other)->area).intersects(pixels);
-    });
 }
 
 void CanvasFrame::completeLayers(const QRect &pixels)
@@ -553,9 +529,10 @@ const StrokeCoverage *CanvasFrame::makeCoverage(const FreeDrawItem &stroke)
     const bool antialiased = canvas.renderHints().testFlag(QPainter::Antialiasing);
     StrokeCoverage coverage(path, pen, transform, antialiased, sheet);
     constexpr qsizetype largeSheet = qsizetype(4) * 1024 * 1024; // bytes
-    if (sheet.sizeInBytes() > largeSheet)
+    const auto isTooMuch = [&] { return bytes() + coverage.bytes() > memoryLimit; };
+    if (sheet.sizeInBytes() > largeSheet || isTooMuch())
         sheet = {};
-    if (!coverage.isValid() || bytes() + coverage.bytes() > memoryLimit)
+    if (!coverage.isValid() || isTooMuch())
         return nullptr;
     coverageBytes += coverage.bytes();
     return &coverages.emplace(StrokeCoverage::hash(path, pen), std::move(coverage))->second;

@@ -78,12 +78,11 @@ private:
     void forget(const QGraphicsItem *item);
     QRegion scroll(QPoint step);
     QRegion paintAll(const QRegion &pending);
-    QRegion paintAnew(QRegion pending, bool scrolled = false);
-    QRegion withWholeOutlines(QRegion pixels, bool scrolled) const;
+    QRegion paintAnew(const QRegion &pixels);
+    QRegion dashedOutlines() const;
     QRegion paint(const QRect &pixels);
     bool paintBetweenLayers(const QGraphicsItem *item, const QRect &pixels);
     bool makeLayers(const QGraphicsItem *item, const QRect &pixels);
-    bool isOutlineCut(const QGraphicsItem *item, const QRect &pixels) const;
     void completeLayers(const QRect &pixels);
     void paintLayers(const QRect &pixels);
     void paintItems(QImage &target, const QList<QGraphicsItem *> &items, const QRect &pixels);

@@ -42,7 +42,6 @@ void CanvasView::paintEvent(QPaintEvent *event)
 {
     showPicture(event);
     QPainter painter(viewport());
-    painter.setClipRegion(event->region());
     drawSelectedPapers(painter, *this);
 }
 
@@ -56,10 +55,7 @@ void CanvasView::showPicture(QPaintEvent *event)
     }
     if (!rest.isEmpty())
         viewport()->update(rest);
-    QPainter painter(viewport());
-    painter.setClipRegion(event->region());
-    painter.setCompositionMode(QPainter::CompositionMode_Source);
-    painter.drawImage(0, 0, canvas.picture());
+    QPainter(viewport()).drawImage(0, 0, canvas.picture());
     prepareLater();
 }
 

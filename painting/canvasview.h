@@ -32,5 +32,5 @@ private:
     void prepare();
 
     CanvasFrame canvas{*this};
-    QTimer preparing;
+    QTimer preparing{this};
 };

@@ -32,7 +32,10 @@ private slots:
     void whatChangesLooksDifferent();
     void ofALongerStrokeTheTailIsNew_data();
     void ofALongerStrokeTheTailIsNew();
+    void ofOneThatWasHardlyBegunTheRestIsNew();
     void aStrokeThatBendsElsewhereIsNewAsAWhole();
+    void aStrokeThatIsFilledOtherwiseIsNewAsAWhole();
+    void anotherTextIsNewWhateverItsHistory();
     void aHeadIsPartOfItsArrow();
     void aLineWithoutWidthTakesPlace();
     void whoHasDashesIsKnown();
@@ -192,6 +195,24 @@ void TestPaintedState::ofALongerStrokeTheTailIsNew()
     QVERIFY(changedArea(nothing, paintedState(&stroke)).contains(QRectF(500, 4, 520, 2)));
 }
 
+/// The tail is told in numbers of its own, which a stroke's whole area is not.
+void TestPaintedState::ofOneThatWasHardlyBegunTheRestIsNew()
+{
+    FreeDrawItem stroke;
+    stroke.setPath(QPainterPath({5, 5}));
+    const PaintedState point = paintedState(&stroke);
+    stroke.setPath(pathThrough({{5, 5}, {20, 5}}));
+    const PaintedState line = paintedState(&stroke);
+    constexpr qreal beside = 2 + 2; // the pen, and a blur
+    QCOMPARE(changedArea(point, line),
+             QRectF(5, 5, 15, 0).adjusted(-beside, -beside, beside, beside));
+
+    // What was nothing has a place in the corner, which is painted as well.
+    stroke.setPath({});
+    const PaintedState nothing = paintedState(&stroke);
+    QCOMPARE(changedArea(nothing, line), nothing.area.united(line.area));
+}
+
 void TestPaintedState::aStrokeThatBendsElsewhereIsNewAsAWhole()
 {
     FreeDrawItem stroke;
@@ -211,6 +232,29 @@ void TestPaintedState::aStrokeThatBendsElsewhereIsNewAsAWhole()
     // So is a shorter one.
     stroke.setPath(pathThrough({{0, 0}, {50, 0}}));
     QVERIFY(changedArea(before, paintedState(&stroke)).contains(before.area));
+}
+
+void TestPaintedState::aStrokeThatIsFilledOtherwiseIsNewAsAWhole()
+{
+    FreeDrawItem stroke;
+    QPainterPath path = pathThrough({{0, 0}, {500, 0}, {500, 90}});
+    stroke.setPath(path);
+    const PaintedState before = paintedState(&stroke);
+    path.setFillRule(Qt::WindingFill);
+    stroke.setPath(path);
+    QVERIFY(changedArea(before, paintedState(&stroke)).contains(before.area));
+}
+
+/// Undoing puts other items in the place of all, and two texts can have been changed as often.
+void TestPaintedState::anotherTextIsNewWhateverItsHistory()
+{
+    const QGraphicsTextItem one(QStringLiteral("nu"));
+    const QGraphicsTextItem other(QStringLiteral("un"));
+    const PaintedState before = paintedState(&one);
+    const PaintedState after = paintedState(&other);
+    QCOMPARE(before.content, after.content);
+    QCOMPARE(before.area, after.area);
+    QVERIFY(!changedArea(before, after).isEmpty());
 }
 
 void TestPaintedState::aHeadIsPartOfItsArrow()

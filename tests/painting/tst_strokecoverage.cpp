@@ -65,6 +65,7 @@ private slots:
     void whatIsTooLargeIsNotFeasible();
     void strokesThatLookAlikeShareTheirHash();
     void whatItTakesIsCounted();
+    void nothingIsKeptInReserve();
 };
 
 void TestStrokeCoverage::looksAsPainted_data()
@@ -198,6 +199,14 @@ void TestStrokeCoverage::whatItTakesIsCounted()
     const StrokeCoverage spot(scribbled, roundPen(Qt::black, 1), {}, true, sheet);
     QVERIFY(spot.bytes() > points * qsizetype(sizeof(QPainterPath::Element)));
     QVERIFY(spot.bytes() < 2 * points * qsizetype(sizeof(QPainterPath::Element)));
+}
+
+void TestStrokeCoverage::nothingIsKeptInReserve()
+{
+    const StrokeCoverage coverage(scribble(), roundPen(Qt::black, 2), {}, true, sheet);
+    // A copy has no more room than it needs.
+    const auto copy = coverage;
+    QCOMPARE(coverage.bytes(), copy.bytes());
 }
 
 PLUMARA_TEST(TestStrokeCoverage)

@@ -11,6 +11,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <functional>
 #include <limits>
 
 using namespace Qt::Literals::StringLiterals;
@@ -28,6 +29,12 @@ QImage seen(const QPainterPath &path, qreal width)
     painter.setPen(roundPen(Qt::black, width));
     painter.drawPath(path);
     return image;
+}
+
+/// To the last bit: the toolkit's own comparison allows for rounding.
+bool isSame(QPointF one, QPointF other)
+{
+    return std::equal_to()(one.x(), other.x()) && std::equal_to()(one.y(), other.y());
 }
 
 } // namespace
@@ -48,7 +55,10 @@ private slots:
     void aLongPathIsDrawnToTheLastPixel();
     void longLinesAreDrawnInLessTimeThanAsAWhole();
     void aLineInSightStaysTheSame();
+    void noEndInSightIsRounded();
     void aLineIsCutWhereItGetsOutOfSight();
+    void anEndInSightStaysToTheLastBit_data();
+    void anEndInSightStaysToTheLastBit();
 };
 
 void TestVisiblePath::aPathInSightStaysWhole()
@@ -220,11 +230,50 @@ void TestVisiblePath::aLineInSightStaysTheSame()
     QVERIFY(!visibleLine({300, 0, 300, 100}, view));
 }
 
+void TestVisiblePath::noEndInSightIsRounded()
+{
+    QRandomGenerator random(5);
+    const auto place = [&random] {
+        return QPointF(random.bounded(view.width()), random.bounded(view.height()));
+    };
+    for (int i = 0; i < 100; ++i) {
+        const QLineF line(place(), place());
+        const auto visible = visibleLine(line, view);
+        QVERIFY(visible);
+        QVERIFY(isSame(visible->p1(), line.p1()));
+        QVERIFY(isSame(visible->p2(), line.p2()));
+    }
+}
+
 void TestVisiblePath::aLineIsCutWhereItGetsOutOfSight()
 {
     QCOMPARE(visibleLine({100, 75, 1e300, 75}, view), QLineF(100, 75, 200, 75));
     QCOMPARE(visibleLine({-1e300, 75, 100, 75}, view), QLineF(0, 75, 100, 75));
     QCOMPARE(visibleLine({-1e6, -1e6, 1e6, 1e6}, view), QLineF(0, 0, 150, 150));
+    QCOMPARE(visibleLine({-50, 75, 1e300, 75}, view), QLineF(0, 75, 200, 75));
+}
+
+void TestVisiblePath::anEndInSightStaysToTheLastBit_data()
+{
+    QTest::addColumn<QLineF>("line");
+    QTest::newRow("from beside it") << QLineF(-0.1, 20.1, 190.7, 140.3);
+    QTest::newRow("from above it") << QLineF(10.3, -77.7, 190.7, 140.9);
+    QTest::newRow("from far away") << QLineF(-1e15, -2e15, 190.7, 140.3);
+    QTest::newRow("from where numbers end") << QLineF(1e300, 1e299, 190.7, 140.3);
+}
+
+void TestVisiblePath::anEndInSightStaysToTheLastBit()
+{
+    QFETCH(const QLineF, line);
+    const auto arriving = visibleLine(line, view);
+    QVERIFY(arriving);
+    QVERIFY(isSame(arriving->p2(), line.p2()));
+    const auto leaving = visibleLine({line.p2(), line.p1()}, view);
+    QVERIFY(leaving);
+    QVERIFY(isSame(leaving->p1(), line.p2()));
+    // The same way there and back.
+    QCOMPARE(arriving->p1(), leaving->p2());
+    QVERIFY(view.adjusted(-1, -1, 1, 1).contains(arriving->p1()));
 }
 
 PLUMARA_TEST(TestVisiblePath)
