@@ -138,7 +138,7 @@ void BoardWindow::showReminder()
     ui->AdviseFS->show();
     ui->AdviseFS->setWindowOpacity(1.0);
     fadeReminder(fadeInTime, 0.0, 1.0);
-    QTimer::singleShot(reminderTime, this, [this] {
+    QTimer::singleShot(reminderTime, Qt::PreciseTimer, this, [this] {
         fadeReminder(fadeOutTime, 1.0, 0.0);
         connect(reminderFades.back().get(), &QPropertyAnimation::finished, ui->AdviseFS,
                 &QWidget::hide);

@@ -69,13 +69,11 @@ void CanvasFrame::clear()
 {
     clearPicture();
     coverages.clear();
-    coverageBytes = 0;
 }
 
 void CanvasFrame::clearPicture()
 {
     image = {};
-    sheet = {};
     unprepared = {};
     painted.clear();
     outlined.clear();
@@ -88,25 +86,7 @@ qsizetype CanvasFrame::bytes() const
     // A note stands in a table and, by its place, in another.
     constexpr size_t bytesPerNote = sizeof(PaintedState) + 256;
     return image.sizeInBytes() + layers.beneath.sizeInBytes() + layers.above.sizeInBytes()
-        + coverageBytes + sheet.sizeInBytes()
-        + static_cast<qsizetype>(painted.size() * bytesPerNote);
-}
-
-/// Lets go of the coverage of strokes that are no longer on the board.
-void CanvasFrame::dropUnusedCoverage()
-{
-    std::unordered_set<size_t> used;
-    const auto items = canvas.scene()->items();
-    for (const auto *item : items) {
-        if (const auto *const stroke = dynamic_cast<const FreeDrawItem *>(item))
-            used.insert(StrokeCoverage::hash(stroke->path(), stroke->QGraphicsPathItem::pen()));
-    }
-    std::erase_if(coverages, [&](const auto &entry) {
-        if (used.contains(entry.first))
-            return false;
-        coverageBytes -= entry.second.bytes();
-        return true;
-    });
+        + coverages.bytes() + static_cast<qsizetype>(painted.size() * bytesPerNote);
 }
 
 QRect CanvasFrame::toPixels(const QRectF &sceneRect) const
@@ -206,7 +186,7 @@ QRegion CanvasFrame::matchView()
 /// which takes less than preparing them, and so a board opens sooner.
 QRegion CanvasFrame::paintAll(const QRegion &pending)
 {
-    if (!coverages.empty())
+    if (!coverages.isEmpty())
         return paintAnew(pending);
     const QScopedValueRollback onlyPainting(isOnlyPainting, true);
     unprepared.clear();
@@ -317,7 +297,7 @@ QRegion CanvasFrame::reviewAll()
 
     constexpr size_t someMore = 1000; // strokes that were undone, or have scrolled out of sight
     if (bytes() > memoryLimit / 2 || coverages.size() > 2 * painted.size() + someMore)
-        dropUnusedCoverage();
+        coverages.dropUnused(*canvas.scene());
     return differing;
 }
 
@@ -492,7 +472,7 @@ bool CanvasFrame::layDown(QImage &target, const QGraphicsItem *item, const QRect
     if (!stroke || stroke->effectiveOpacity() < 1)
         return false;
     const QTransform transform = stroke->deviceTransform(toDevice);
-    const auto *coverage = findCoverage(*stroke);
+    const auto *coverage = coverages.find(*stroke, toDevice);
     if (!coverage) {
         if (moving.contains(item) || (isOnlyPainting && !isHairline(*stroke, transform)))
             return false;
@@ -506,36 +486,12 @@ bool CanvasFrame::layDown(QImage &target, const QGraphicsItem *item, const QRect
     return true;
 }
 
-const StrokeCoverage *CanvasFrame::findCoverage(const FreeDrawItem &stroke) const
-{
-    const QTransform transform = stroke.deviceTransform(toDevice);
-    const QPainterPath path = stroke.path();
-    const QPen pen = stroke.QGraphicsPathItem::pen();
-    const auto [first, last] = coverages.equal_range(StrokeCoverage::hash(path, pen));
-    const auto kept = std::find_if(first, last, [&](const auto &entry) {
-        return entry.second.holdsFor(path, pen, transform);
-    });
-    return kept == last ? nullptr : &kept->second;
-}
-
 /// Works out and keeps what \a stroke covers; null where that would take too much memory.
 const StrokeCoverage *CanvasFrame::makeCoverage(const FreeDrawItem &stroke)
 {
-    const QTransform transform = stroke.deviceTransform(toDevice);
-    const QPainterPath path = stroke.path();
-    const QPen pen = stroke.QGraphicsPathItem::pen();
-    if (bytes() > memoryLimit || !StrokeCoverage::isFeasible(path, pen, transform))
-        return nullptr;
-    const bool antialiased = canvas.renderHints().testFlag(QPainter::Antialiasing);
-    StrokeCoverage coverage(path, pen, transform, antialiased, sheet);
-    constexpr qsizetype largeSheet = qsizetype(4) * 1024 * 1024; // bytes
-    const auto isTooMuch = [&] { return bytes() + coverage.bytes() > memoryLimit; };
-    if (sheet.sizeInBytes() > largeSheet || isTooMuch())
-        sheet = {};
-    if (!coverage.isValid() || isTooMuch())
-        return nullptr;
-    coverageBytes += coverage.bytes();
-    return &coverages.emplace(StrokeCoverage::hash(path, pen), std::move(coverage))->second;
+    const qsizetype others = bytes() - coverages.bytes();
+    return coverages.make(stroke, toDevice, canvas.renderHints().testFlag(QPainter::Antialiasing),
+                          memoryLimit - others);
 }
 
 void CanvasFrame::prepare()
@@ -546,7 +502,7 @@ void CanvasFrame::prepare()
     while (canPrepare() && timer.elapsed() < longest) {
         const QPointer<const FreeDrawItem> stroke = unprepared.back();
         unprepared.pop_back();
-        if (stroke && stroke->scene() == canvas.scene() && !findCoverage(*stroke)
+        if (stroke && stroke->scene() == canvas.scene() && !coverages.find(*stroke, toDevice)
             && makeCoverage(*stroke))
             ++done.strokesPrepared;
     }

@@ -2,15 +2,14 @@
 #pragma once
 
 #include "items/noteditems.h"
+#include "painting/coveragestore.h"
 #include "painting/paintedstate.h"
-#include "painting/strokecoverage.h"
 #include "painting/tilegrid.h"
 
 #include <QImage>
 #include <QPointer>
 #include <QRegion>
 
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -87,13 +86,11 @@ private:
     void paintLayers(const QRect &pixels);
     void paintItems(QImage &target, const QList<QGraphicsItem *> &items, const QRect &pixels);
     bool layDown(QImage &target, const QGraphicsItem *item, const QRect &pixels);
-    const StrokeCoverage *findCoverage(const FreeDrawItem &stroke) const;
     const StrokeCoverage *makeCoverage(const FreeDrawItem &stroke);
     QList<QGraphicsItem *> itemsIn(const QRect &pixels) const;
     QRect toPixels(const QRectF &sceneRect) const;
     QRectF toScene(const QRect &pixels) const;
     QRegion toViewport(const QRegion &pixels) const;
-    void dropUnusedCoverage();
 
     /// All that rests while one item is moved, drawn or edited, so that painting it again and again
     /// takes two copies. They are completed tile by tile where the item comes.
@@ -116,10 +113,7 @@ private:
     QTransform toDevice;
     NotedItems<PaintedState> painted;
     std::unordered_set<const QGraphicsItem *> outlined;
-    // By StrokeCoverage::hash(), not by item: undoing puts other items in the place of all.
-    std::unordered_multimap<size_t, StrokeCoverage> coverages;
-    qsizetype coverageBytes = 0;
-    StrokeCoverage::Sheet sheet;
+    CoverageStore coverages;
     bool isOnlyPainting = false;
     std::vector<QPointer<const FreeDrawItem>> unprepared;
     // The farthest that an item paints outside of its bounding rectangle, in scene units.

@@ -9,7 +9,10 @@
 #include <QAbstractItemView>
 #include <QElapsedTimer>
 #include <QTest>
+#include <QTimer>
 #include <QWheelEvent>
+
+#include <optional>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -252,6 +255,12 @@ void TestPresentation::theReminderLastsElevenSecondsFromTheFirstEntry()
     pressKey(again, Qt::Key_Escape);
     QVERIFY(reminds(steady));
     QVERIFY(!reminds(again));
+    // Two waits as the reminder's, which a slow machine lengthens as it does those, and half a second.
+    std::optional<bool> isOverTime;
+    QTimer::singleShot(10'500, Qt::PreciseTimer, &steady.window, [&] {
+        QTimer::singleShot(1'000, Qt::PreciseTimer, &steady.window,
+                           [&] { isOverTime = reminds(steady); });
+    });
 
     // So late that its own end, 17 seconds from the start, is far from the one that comes.
     QTest::qWait(6000);
@@ -259,8 +268,9 @@ void TestPresentation::theReminderLastsElevenSecondsFromTheFirstEntry()
     QVERIFY(reminds(again));
 
     QTRY_VERIFY_WITH_TIMEOUT(!reminds(steady) && !reminds(again), 10000);
-    const qint64 end = elapsed.elapsed();
-    QVERIFY2(end >= 10500 && end < 15500, QByteArray::number(end).constData());
+    QVERIFY2(elapsed.elapsed() >= 10900, QByteArray::number(elapsed.elapsed()).constData());
+    QTRY_VERIFY(isOverTime);
+    QVERIFY(!*isOverTime);
     QVERIFY(presents(steady));
     QVERIFY(presents(again));
 }
