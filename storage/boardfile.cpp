@@ -24,6 +24,22 @@ bool mayHoldObject(QFile &file)
     return first == bytes.cend() || *first == '{';
 }
 
+/// About as many bytes as the parser takes for what \a text says, and rather more than fewer: it ends the
+/// program where it gets none for one of the many small pieces.
+qint64 expectedMemory(const QByteArray &text)
+{
+    // An object or an array, with the lists of its values and of its strings.
+    constexpr qint64 bytesPerContainer = 160;
+    // A value or a name, in a list that grows to twice its size and is copied when it does.
+    constexpr qint64 bytesPerEntry = 48;
+    // Of strings, which are taken out of their marks before they are kept.
+    constexpr qint64 bytesPerCharacter = 4;
+    const qint64 containers = text.count('{') + text.count('[');
+    const qint64 entries = containers + text.count(',') + text.count(':');
+    return containers * bytesPerContainer + entries * bytesPerEntry
+        + text.size() * bytesPerCharacter;
+}
+
 } // namespace
 
 BoardFileContents readDocument(const QString &path)
@@ -33,10 +49,9 @@ BoardFileContents readDocument(const QString &path)
         return {BoardFileContents::Status::CannotOpen, {}};
     if (!mayHoldObject(file))
         return {BoardFileContents::Status::NoBoard, {}};
-    // The text, and the many small values that it becomes: of short strokes they take most.
-    constexpr qint64 bytesPerCharacter = 8;
-    expectMemory(file.size() * bytesPerCharacter);
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
+    const QByteArray text = file.readAll();
+    expectMemory(expectedMemory(text));
+    const QJsonDocument document = QJsonDocument::fromJson(text);
     if (!document.isObject())
         return {BoardFileContents::Status::NoBoard, {}};
     return {BoardFileContents::Status::Read, document.object()};

@@ -122,7 +122,7 @@ void TestScarceMemory::initTestCase()
 void TestScarceMemory::aBoardThatIsTooLargeCannotBeOpened_data()
 {
     QTest::addColumn<int>("megabytes");
-    for (const int room : {1, 8, 24, 96})
+    for (const int room : {1, 8, 24, 43, 57, 96})
         QTest::addRow("%d MB", room) << room;
 }
 

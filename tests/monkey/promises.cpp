@@ -117,6 +117,9 @@ QString boardPromise(const BoardWindow &board, bool isRealTime)
     const bool isComparable = isEverythingNear(*canvas.scene()) && !hasHairline(*canvas.scene());
     if (!board.isVisible() || board.isMinimized() || !isComparable)
         return {};
+    // The offscreen platform has no window painted that was minimised and comes back.
+    if (QGuiApplication::platformName() == u"offscreen" && canvas.frame().picture().isNull())
+        canvas.viewport()->update();
     // Many strokes cross here, on a board that is not shown in its own size.
     constexpr int rounding = 12;
     // A window manager takes its time to show a window or to fill the screen with it.

@@ -168,6 +168,9 @@ class Runner:
             name not in group[0].test, -self.killers[mutant.file][group[0].test],
             place_for(group[0], mutant.room()), group[0].is_scaled(), sum(self.times[test] for test in group)))
 
+    def executables(self, room):
+        return {test.target for test in self.tests if concerns(test, room)}
+
     def fate(self, mutant, worker):
         tests = [test for test in self.tests
                  if mutant.number in self.reached[test] and concerns(test, mutant.room())]

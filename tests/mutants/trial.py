@@ -126,7 +126,8 @@ def try_alone(mutants, workshop, runner, fates):
         with progress.of(mutant) as result:
             workshop.put_alone(mutant)
             numbers = {other.number for other in workshop.of_file[mutant.file]}
-            result.append(runner.fate_alone(mutant, numbers) if workshop.compiles() else "not compiled")
+            compiles = workshop.compiles(runner.executables(mutant.room()))
+            result.append(runner.fate_alone(mutant, numbers) if compiles else "not compiled")
             workshop.write(mutant.file)
     if mutants:
         workshop.build()
