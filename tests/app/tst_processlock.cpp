@@ -71,6 +71,7 @@ class TestProcessLock : public QObject
 
 private slots:
     void oneAtATimeHasIt();
+    void itEndsWithItsHolder();
     void whoWaitsHasItAfterTheOther();
     void signalsDoNotEndTheWaiting();
     void aPipeInTheWayIsNoLock();
@@ -91,6 +92,16 @@ void TestProcessLock::oneAtATimeHasIt()
     QVERIFY(late);
     QVERIFY(!other.tryLock());
     QVERIFY(lock.tryLock());
+}
+
+void TestProcessLock::itEndsWithItsHolder()
+{
+    const Folder folder;
+    {
+        ProcessLock early(purpose);
+        QVERIFY(early.tryLock());
+    }
+    QVERIFY(ProcessLock(purpose).tryLock());
 }
 
 void TestProcessLock::whoWaitsHasItAfterTheOther()
