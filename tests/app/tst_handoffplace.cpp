@@ -70,9 +70,9 @@ void addChanges()
         QDir().rename(path, path + u'2');
         makeLink(path, path + u'2');
     });
+    if (::geteuid() != 0)
+        return; // only root can give a folder away
     addRow<Change>("it is somebody else's", [](const QString &path) {
-        if (::geteuid() != 0)
-            QSKIP("Only root can give a folder away.");
         if (::chown(QFile::encodeName(path).constData(), 1, 1) != 0)
             qFatal("The folder cannot be given away.");
     });
