@@ -28,8 +28,8 @@ template <typename Function> int untilDone(const Function &function)
     return result;
 }
 
-/// Whether the open \a file is one of this person's. Where everybody may write, another person may have
-/// put it there and never let go of it.
+/// Whether the open \a file is one of this person's. Where everybody may write, another person may
+/// have put it there and never let go of it.
 bool isOurs(int file)
 {
     struct stat status = {};

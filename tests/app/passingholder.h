@@ -10,8 +10,8 @@
 #include <memory>
 #include <utility>
 
-/// Another holder of the lock of a purpose, who lets go of it after a moment. That it is in the same
-/// process makes no difference: a lock is known by the file that is open.
+/// Another holder of the lock of a purpose, who lets go of it after a moment. That it is in the
+/// same process makes no difference: a lock belongs to the file that was opened.
 class PassingHolder
 {
 public:

@@ -44,7 +44,7 @@ struct Folder
     }
 };
 
-/// For as long as it lives, a signal interrupts whatever the process waits for, and does nothing else.
+/// For as long as it lives, a signal interrupts whatever the process waits for, and does no more.
 class InterruptingSignal
 {
 public:
