@@ -95,32 +95,29 @@ void HandoffListener::answerCalls()
     while (auto *const caller = server.nextPendingConnection()) {
         // Of those who say nothing, the oldest has had the most time.
         if (callers.size() == mostCallers)
-            hangUp(callers.constFirst());
+            callers.constFirst()->abort();
         callers << caller;
         // One byte more shows that there is more.
         caller->setReadBufferSize(HandoffMessage::longest + 1);
         connect(caller, &QLocalSocket::readyRead, this, [this, caller] { listenTo(caller); });
-        connect(caller, &QLocalSocket::disconnected, this, [this, caller] { hangUp(caller); });
-        QTimer::singleShot(patience, caller, [this, caller] { hangUp(caller); });
-        listenTo(caller); // to what has come with the call
+        connect(caller, &QLocalSocket::disconnected, this, [this, caller] { forget(caller); });
+        QTimer::singleShot(patience, caller, &QLocalSocket::abort);
     }
 }
 
 void HandoffListener::listenTo(QLocalSocket *caller)
 {
-    const HandoffMessage message = HandoffMessage::read(caller->peek(HandoffMessage::longest + 1));
+    const HandoffMessage message = HandoffMessage::read(caller->peek(caller->readBufferSize()));
     if (message.status == HandoffMessage::Status::Incomplete)
         return;
-    hangUp(caller);
+    caller->abort(); // before anything else: the other waits for it
     if (message.status == HandoffMessage::Status::Complete)
         emit startedAgain(message.boardPath);
 }
 
-void HandoffListener::hangUp(QLocalSocket *caller)
+void HandoffListener::forget(QLocalSocket *caller)
 {
     callers.removeOne(caller);
-    caller->disconnect(this);
-    caller->abort();
     caller->deleteLater();
 }
 

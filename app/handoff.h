@@ -28,7 +28,7 @@ signals:
 private:
     void answerCalls();
     void listenTo(QLocalSocket *caller);
-    void hangUp(QLocalSocket *caller);
+    void forget(QLocalSocket *caller);
 
     QList<QLocalSocket *> callers; // the oldest first
     QLocalServer server;

@@ -84,8 +84,9 @@ QString handoffPlace()
     if (folder.isEmpty())
         return {};
     const QString path = QDir(folder).filePath(nameForInstances());
-    const auto room = static_cast<qsizetype>(sizeof(sockaddr_un::sun_path));
-    return QFile::encodeName(path).size() < room ? path : QString();
+    // The toolkit ends it with two zeros.
+    constexpr auto longest = static_cast<qsizetype>(sizeof(sockaddr_un::sun_path)) - 2;
+    return QFile::encodeName(path).size() <= longest ? path : QString();
 }
 
 #endif

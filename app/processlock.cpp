@@ -22,11 +22,18 @@ namespace {
 /// Calls \a function until no signal interrupts it.
 template <typename Function> int untilDone(const Function &function)
 {
-    int result = -1;
-    do {
+    int result = function();
+    while (result == -1 && errno == EINTR)
         result = function();
-    } while (result == -1 && errno == EINTR);
     return result;
+}
+
+/// Whether the open \a file is one of this person's. Where everybody may write, another person may
+/// have put it there and never let go of it.
+bool isOurs(int file)
+{
+    struct stat status = {};
+    return ::fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == ::geteuid();
 }
 
 /// Opens the file of the lock for \a purpose. It is made where it is missing, and it stays: nobody could
@@ -39,11 +46,7 @@ int openLockFile(const QString &purpose)
         return ::open(name.constData(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC,
                       S_IRUSR | S_IWUSR);
     });
-    if (file == -1)
-        return -1;
-    // Where everybody may write, another person may have put a file there and never let go of it.
-    struct stat status = {};
-    if (::fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == ::geteuid())
+    if (file == -1 || isOurs(file))
         return file;
     ::close(file);
     return -1;

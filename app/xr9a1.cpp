@@ -16,9 +16,9 @@ namespace {
 constexpr int segmentSize = 1; // byte; its contents are never used
 
 /// Unix keeps a segment when the process that made it is killed. The last one to detach removes
-/// it, so attaching to a left-over and letting go of it clears the way; a segment that a living
-/// process holds stays. Returns whether there is one of another person: on Unix all persons with the
-/// same temporary folder come upon each other's segments.
+/// it, so attaching to a left-over and letting go of it, as is done at the end, clears the way; a
+/// segment that a living process holds stays. Returns whether there is one of another person: on
+/// Unix all persons with the same temporary folder come upon each other's segments.
 bool clearStaleSegment()
 {
 #ifdef Q_OS_UNIX
@@ -26,10 +26,8 @@ bool clearStaleSegment()
     const QFileInfo keyFile(stale.nativeKey());
     // Root may attach to everybody's.
     const bool foreign = keyFile.exists() && keyFile.ownerId() != ::geteuid();
-    if (stale.attach()) {
-        stale.detach();
+    if (stale.attach())
         return foreign;
-    }
     // The toolkit says the same of a folder in which it can make no file for the key.
     return stale.error() == QSharedMemory::PermissionDenied
         && QFileInfo(keyFile.path()).isWritable();

@@ -31,6 +31,7 @@ class TestHandoffMessage : public QObject
     Q_OBJECT
 
 private slots:
+    void itsBytesAreThoseOfAllVersions();
     void aPathComesThrough_data();
     void aPathComesThrough();
     void aMessageWithoutABoardComesThrough();
@@ -41,6 +42,11 @@ private slots:
     void everythingElseIsForeign();
     void noChangedMessageDoesMoreThanName();
 };
+
+void TestHandoffMessage::itsBytesAreThoseOfAllVersions()
+{
+    QCOMPARE(HandoffMessage::write(u"/é"_s), QByteArray("Plumara\n\0\0\0\4\0/\0\xe9", 16));
+}
 
 void TestHandoffMessage::aPathComesThrough_data()
 {

@@ -12,9 +12,12 @@
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QLocalSocket>
+#include <QRegularExpression>
 #include <QTest>
 
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -67,9 +70,9 @@ void addChanges()
         QDir().rename(path, path + u'2');
         makeLink(path, path + u'2');
     });
+    if (::geteuid() != 0)
+        return; // only root can give a folder away
     addRow<Change>("it is somebody else's", [](const QString &path) {
-        if (::geteuid() != 0)
-            QSKIP("Only root can give a folder away.");
         if (::chown(QFile::encodeName(path).constData(), 1, 1) != 0)
             qFatal("The folder cannot be given away.");
     });
@@ -92,6 +95,8 @@ private slots:
     void withoutAPlaceNobodyWaits();
     void nobodyElseReachesTheSocket();
     void programsThatDoNotKnowOfEachOtherHaveDifferentOnes();
+    void itsNameIsThatOfAllVersions();
+    void itIsAsLongAsCanBe();
 };
 
 void TestHandoffPlace::itIsInTheFolderOfTheSession()
@@ -187,6 +192,39 @@ void TestHandoffPlace::programsThatDoNotKnowOfEachOtherHaveDifferentOnes()
     // By whatever name the same folder is called.
     const Variable variable("TMPDIR", QFile::encodeName(QDir::tempPath() + u"/."_s));
     QCOMPARE(handoffPlace(), place);
+}
+
+void TestHandoffPlace::itsNameIsThatOfAllVersions()
+{
+    const SessionFolder session;
+    const QString name = QFileInfo(handoffPlace()).fileName();
+    QVERIFY2(QRegularExpression(u"^Plumara-[0-9a-f]{16}$"_s).match(name).hasMatch(),
+             qPrintable(name));
+}
+
+void TestHandoffPlace::itIsAsLongAsCanBe()
+{
+    constexpr qsizetype longest = sizeof(sockaddr_un::sun_path) - 2;
+    const SessionFolder parent;
+    const auto sessionOfPlace = [&](qsizetype size) {
+        const QString name(size - handoffPlace().size() - 1, u'x');
+        QDir(parent.path()).mkdir(name);
+        setMode(parent.path(name), 0700);
+        return QFile::encodeName(parent.path(name));
+    };
+    const QByteArray longEnough = sessionOfPlace(longest);
+    const QByteArray tooLong = sessionOfPlace(longest + 1);
+    {
+        const Variable session("XDG_RUNTIME_DIR", longEnough);
+        const QString place = handoffPlace();
+        QCOMPARE(place.size(), longest);
+        const HandoffListener listener;
+        QLocalSocket socket;
+        socket.connectToServer(place);
+        QVERIFY(socket.waitForConnected());
+    }
+    const Variable session("XDG_RUNTIME_DIR", tooLong);
+    QCOMPARE(handoffPlace(), QString());
 }
 
 PLUMARA_GUILESS_TEST(TestHandoffPlace)

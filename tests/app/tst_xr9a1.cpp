@@ -11,12 +11,8 @@
 #include <optional>
 
 #ifdef Q_OS_UNIX
+#include "tests/app/passingholder.h"
 #include "tests/support/system/limits.h"
-#include "tests/support/system/unixfiles.h"
-
-#include <fcntl.h>
-#include <sys/file.h>
-#include <unistd.h>
 #endif
 
 class TestXr9A1 : public QObject
@@ -34,10 +30,11 @@ private slots:
     void theSegmentIsGoneWithItsLastHolder();
     void guardsWaitForNobodyToBeAsked();
     void anInstanceThatWasTooLateMayAskAgain();
+    void whoeverHasTheSegmentStandsForAnInstance();
 #ifdef Q_OS_UNIX
     void oneThatFindsItsPlaceTakenKeepsNoSegment();
+    void anInstanceThatLeavesWaitsForItsTurn();
     void whereNothingCanBeMadeOneIsTakenToBeRunning();
-    void aPipeInTheWayIsNoLock();
 #endif
 };
 
@@ -132,6 +129,16 @@ void TestXr9A1::anInstanceThatWasTooLateMayAskAgain()
     QVERIFY(third.isRunning());
 }
 
+void TestXr9A1::whoeverHasTheSegmentStandsForAnInstance()
+{
+    QSharedMemory segment(QStringLiteral("Plumara"));
+    QVERIFY(segment.create(1));
+    Xr9A1 guard;
+    QVERIFY(guard.isRunning());
+    QVERIFY(segment.detach());
+    QVERIFY(!guard.isRunning());
+}
+
 #ifdef Q_OS_UNIX
 void TestXr9A1::oneThatFindsItsPlaceTakenKeepsNoSegment()
 {
@@ -144,6 +151,14 @@ void TestXr9A1::oneThatFindsItsPlaceTakenKeepsNoSegment()
     QVERIFY(!segment.attach());
 }
 
+void TestXr9A1::anInstanceThatLeavesWaitsForItsTurn()
+{
+    std::optional<Xr9A1> guard(std::in_place);
+    const PassingHolder other(Xr9A1::turnPurpose());
+    guard.reset();
+    QVERIFY(other.hasPassed());
+}
+
 void TestXr9A1::whereNothingCanBeMadeOneIsTakenToBeRunning()
 {
     const ReachableFolder folder;
@@ -154,30 +169,6 @@ void TestXr9A1::whereNothingCanBeMadeOneIsTakenToBeRunning()
     const OrdinaryUser user;
     Xr9A1 guard;
     QVERIFY(guard.isRunning());
-}
-
-void TestXr9A1::aPipeInTheWayIsNoLock()
-{
-    const QTemporaryDir folder;
-    const Variable variable("TMPDIR", QFile::encodeName(folder.path()));
-    const QString pipe =
-        makePipe(folder.filePath(QStringLiteral("Plumara-%1.place").arg(::geteuid())));
-    // Somebody has it, and never lets go of it.
-    const int held = ::open(QFile::encodeName(pipe).constData(), O_RDWR | O_NONBLOCK);
-    QCOMPARE(::flock(held, LOCK_EX), 0);
-    const auto openFiles = [] {
-        const QDir list(QStringLiteral("/proc/self/fd"));
-        return list.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
-    };
-    const auto before = openFiles();
-    {
-        ProcessLock place(QStringLiteral("place"));
-        QVERIFY(place.tryLock());
-        QCOMPARE(openFiles(), before);
-    }
-    Xr9A1 guard;
-    QVERIFY(!guard.isRunning());
-    ::close(held);
 }
 #endif
 
