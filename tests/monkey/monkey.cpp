@@ -41,8 +41,9 @@ void Monkey::begin(MainWindow &window)
 {
     home = &window;
     actingLevel = 0;
+    isOver = false;
     say(u"start"_s);
-    comeLater(usualPause);
+    comeLater();
 }
 
 void Monkey::finish()
@@ -62,22 +63,30 @@ void Monkey::say(const QString &what)
     Logbook::write(u"%1 %2%3"_s.arg(step).arg(QString(loops(), u'>'), what));
 }
 
-void Monkey::comeLater(int milliseconds)
+void Monkey::comeLater()
 {
     // With the window it goes; a timer for each step, since one in whose handler the program waits does
     // not come again.
-    QTimer::singleShot(milliseconds, home, [this] { come(); });
+    QTimer::singleShot(usualPause, home, [this] { come(); });
 }
 
 void Monkey::come()
 {
-    pause = usualPause;
     if (actingLevel > 0 && loops() <= actingLevel) {
-        // The step before looks for events and is not done yet.
-        comeLater(pause);
+        // The step before, or the look at it, lets events through and is not done yet.
+        comeLater();
         return;
     }
+    const int before = std::exchange(actingLevel, loops());
+    // What opens meanwhile is answered.
+    comeLater();
     look();
+    takeStep();
+    actingLevel = before;
+}
+
+void Monkey::takeStep()
+{
     if (isEnding())
         return;
     if (isDone() || loops() > deepest) {
@@ -88,10 +97,7 @@ void Monkey::come()
     }
     ++step;
     Dice dice(plan.seed, step);
-    comeLater(pause);
-    const int before = std::exchange(actingLevel, loops());
     act(dice);
-    actingLevel = before;
 }
 
 /// Whether no window is there any more. The program then ends with the next events, or never.
@@ -99,6 +105,8 @@ bool Monkey::isEnding()
 {
     if (home->isVisible() || (board() && board()->isVisible()) || QGuiApplication::modalWindow())
         return false;
+    if (std::exchange(isOver, true))
+        return true;
     say(u"the last window is gone"_s);
     constexpr int longEnough = 1000; // ms
     QTimer::singleShot(longEnough, home,

@@ -43,8 +43,9 @@ public:
 
 private:
     // monkey.cpp
-    void comeLater(int milliseconds);
+    void comeLater();
     void come();
+    void takeStep();
     void look();
     bool isEnding();
     void act(Dice &dice);
@@ -89,6 +90,6 @@ private:
     QPointer<MainWindow> home;
     quint32 step;
     int actingLevel = 0; // of event loops, in which a step is being done; 0 when none is
-    int pause = 0; // ms, before the next step
+    bool isOver = false; // this start of the program
     int patience = 0; // steps until the dialog that is open is cancelled
 };
