@@ -213,13 +213,15 @@ void Monkey::moveAbout(QWidget &window, Dice &dice)
         return all;
     };
     const auto before = places();
+    const auto begin = step;
     const int moves = 1 + dice.below(4);
     for (int i = 0; i < moves; ++i) {
         const QPoint there = dice.pointIn(window.rect());
         say(u"move "_s + at(there));
         hand.move(window, there);
     }
-    if (!hand.held() && places() != before)
+    // A board may have arrived meanwhile, and have been taken in the place of this one.
+    if (step == begin && !hand.held() && places() != before)
         Logbook::complain(u"nothing follows the pointer without a button"_s);
 }
 
@@ -417,6 +419,9 @@ void Monkey::changeState(QWidget &window, Dice &dice)
         say(u"minimise"_s);
         window.setWindowState(window.windowState() | Qt::WindowMinimized);
     } else if (what < 6) {
+        // A window manager that has put a dialog away with its window brings neither back for the program.
+        if (plan.realTime && QGuiApplication::modalWindow())
+            return;
         say(u"restore"_s);
         window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
         // The offscreen platform does not always know how large the window was.

@@ -179,7 +179,10 @@ class Runner:
         return self.fate_with(mutant, tests, mutant.number, worker) if tests else "not reached"
 
     def focused(self, tests, mutant):
-        """Those that look most at the mutant's file, as far as they are quick."""
+        """Those that are named after the mutant's file, and then those that look most at it, as far as they
+        are quick."""
+        name = Path(mutant.file).stem
+
         def focus(test):
             in_file = sum(number // NUMBERS_OF_FILE == mutant.number // NUMBERS_OF_FILE
                           for number in self.reached[test])
@@ -187,11 +190,10 @@ class Runner:
 
         found = []
         time_left = HASTE
-        for test in sorted(tests, key=focus, reverse=True):
-            time_left -= self.times[test]
-            if time_left < 0:
-                break
-            found.append(test)
+        for test in sorted(tests, key=lambda test: (name in test.test, focus(test)), reverse=True):
+            if self.times[test] <= time_left:
+                time_left -= self.times[test]
+                found.append(test)
         return found
 
     def fate_alone(self, mutant, numbers):

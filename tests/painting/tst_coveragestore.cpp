@@ -19,6 +19,7 @@ private slots:
     void whatIsKeptIsFoundByItsLook();
     void whatIsNoLongerOnTheBoardGoes();
     void theLimitIsKept();
+    void theRoomForALargeStrokeIsNotKept();
     void clearingLetsGoOfAll();
 
 private:
@@ -90,6 +91,18 @@ void TestCoverageStore::theLimitIsKept()
     const auto *const endless = addStroke(scene, {{10, 10}, {1e6, 31}});
     QVERIFY(!store.make(*endless, {}, true, plenty));
     QCOMPARE(store.bytes(), needed);
+}
+
+void TestCoverageStore::theRoomForALargeStrokeIsNotKept()
+{
+    QGraphicsScene scene;
+    auto *const blot = addStroke(scene, {{0, 0}, {1, 1}});
+    blot->setWidth(2000);
+    CoverageStore store;
+    QVERIFY(store.make(*blot, {}, true, 100 * plenty));
+    // A byte for each of the 3 million pixels that it covers; it was drawn on 64 MB.
+    QVERIFY(store.bytes() > 3 * plenty);
+    QVERIFY(store.bytes() < 8 * plenty);
 }
 
 void TestCoverageStore::clearingLetsGoOfAll()
