@@ -125,6 +125,17 @@ void Monkey::look()
         Logbook::complain(broken);
 }
 
+/// Brings \a window back if it is minimised. There a person could do nothing else with it, and a window
+/// manager would put away with it what the program opened over it.
+bool Monkey::comesBack(QWidget &window)
+{
+    if (!window.isMinimized())
+        return false;
+    say(u"come back"_s);
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    return true;
+}
+
 void Monkey::act(Dice &dice)
 {
     if (dice.oneIn(50)) {
@@ -137,7 +148,10 @@ void Monkey::act(Dice &dice)
         useDialog(*dialog, dice);
     } else {
         patience = 12;
-        if (board() && board()->isVisible())
+        const bool isAtBoard = board() && board()->isVisible();
+        if (plan.realTime && comesBack(isAtBoard ? static_cast<QWidget &>(*board()) : *home))
+            return;
+        if (isAtBoard)
             useBoard(dice);
         else
             useHome(dice);

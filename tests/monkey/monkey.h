@@ -48,6 +48,7 @@ private:
     void takeStep();
     void look();
     bool isEnding();
+    bool comesBack(QWidget &window);
     void act(Dice &dice);
     void say(const QString &what);
 
