@@ -203,25 +203,27 @@ void Monkey::startAgain(Dice &dice)
 
 void Monkey::moveAbout(QWidget &window, Dice &dice)
 {
-    const auto places = [this] {
+    // Of a board that arrives meanwhile and takes the place of this one, the items are others.
+    const auto items = [this] {
+        return board() ? canvasOf(*board()).scene()->items() : QList<QGraphicsItem *>();
+    };
+    const auto places = [&items] {
         QList<QRectF> all;
-        const auto items = board() ? canvasOf(*board()).scene()->items() : QList<QGraphicsItem *>();
-        for (const auto *const item : items) {
+        for (const auto *const item : items()) {
             const bool isImage = dynamic_cast<const ResizablePixmapItem *>(item) != nullptr;
             all << QRectF(item->pos(), isImage ? item->boundingRect().size() : QSizeF());
         }
         return all;
     };
+    const auto present = items();
     const auto before = places();
-    const auto begin = step;
     const int moves = 1 + dice.below(4);
     for (int i = 0; i < moves; ++i) {
         const QPoint there = dice.pointIn(window.rect());
         say(u"move "_s + at(there));
         hand.move(window, there);
     }
-    // A board may have arrived meanwhile, and have been taken in the place of this one.
-    if (step == begin && !hand.held() && places() != before)
+    if (!hand.held() && items() == present && places() != before)
         Logbook::complain(u"nothing follows the pointer without a button"_s);
 }
 
