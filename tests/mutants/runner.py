@@ -197,9 +197,11 @@ class Runner:
         return found
 
     def fate_alone(self, mutant, numbers):
-        """That of a mutant that is the whole program, by the tests that come near its place."""
-        tests = [test for test in self.tests
-                 if not self.reached[test].isdisjoint(numbers) and concerns(test, mutant.room())]
+        """That of a mutant that is the whole program, by the tests that come near its place: to one of the
+        numbers, which are those of its file. A constant of a header is near wherever it is named."""
+        is_header = mutant.file.endswith(".h")
+        tests = [test for test in self.tests if concerns(test, mutant.room())
+                 and (is_header or not self.reached[test].isdisjoint(numbers))]
         return self.fate_with(mutant, tests, 0, 0) if tests else "not reached"
 
     def fate_with(self, mutant, tests, number, worker):
