@@ -270,7 +270,7 @@ void TestPresentation::theReminderLastsElevenSecondsFromTheFirstEntry()
     QTRY_VERIFY_WITH_TIMEOUT(!reminds(steady) && !reminds(again), 10000);
     QVERIFY2(elapsed.elapsed() >= 10900, QByteArray::number(elapsed.elapsed()).constData());
     QTRY_VERIFY(isOverTime);
-    QVERIFY(!*isOverTime);
+    QVERIFY(isOverTime == false);
     QVERIFY(presents(steady));
     QVERIFY(presents(again));
 }
