@@ -3,6 +3,7 @@
 
 #include "items/geometrychange.h"
 #include "items/notedocument.h"
+#include "items/notetext.h"
 
 #include <QDebug>
 #include <QGraphicsSceneContextMenuEvent>
@@ -66,7 +67,7 @@ StickyNoteItem::StickyNoteItem(QGraphicsItem *parent)
     setFlag(ItemIsFocusable);
     setZValue(noteZ);
 
-    textItem = new QGraphicsTextItem(this);
+    textItem = new NoteText(this);
     textItem->setDocument(new NoteDocument(textItem));
     textItem->setTextInteractionFlags(Qt::TextEditorInteraction);
     textItem->setDefaultTextColor(Qt::black);

@@ -10,6 +10,7 @@
 #include <QFont>
 #include <QGuiApplication>
 #include <QImage>
+#include <QMimeData>
 #include <QPalette>
 #include <QScopeGuard>
 #include <QSignalSpy>
@@ -35,6 +36,7 @@ private slots:
     void afterTheFirstFocusALongerTextIsCut();
     void threeHundredCharactersAreNotCut();
     void pastingBeyondTheLimitCutsAtTheEnd();
+    void pastingNothingLeavesTheText();
     void typingBeyondTheLimitCutsAtTheEnd();
     void theCutMayHalveAnEmoji();
     void cuttingIsNoEditOfItsOwn();
@@ -146,6 +148,32 @@ void TestStickyNoteText::pastingBeyondTheLimitCutsAtTheEnd()
     on.canvas.press(Qt::Key_V, Qt::ControlModifier);
     QCOMPARE(on.note->getText(), letters(300));
     QCOMPARE(textOf(*on.note)->textCursor().position(), 300);
+}
+
+void TestStickyNoteText::pastingNothingLeavesTheText()
+{
+    NoteOnCanvas on;
+    QVERIFY(on.canvas.show());
+    on.canvas.pointer.click(on.onPaper());
+    on.canvas.pointer.click(on.onText());
+    QTRY_VERIFY(textOf(*on.note)->hasFocus());
+    on.note->setText(u"algo"_s);
+    auto *const clipboard = QGuiApplication::clipboard();
+    // As they are on X11 when the program that was copied from has ended.
+    clipboard->setMimeData(new QMimeData);
+    if (clipboard->supportsSelection())
+        clipboard->setMimeData(new QMimeData, QClipboard::Selection);
+    on.canvas.press(Qt::Key_V, Qt::ControlModifier);
+    on.canvas.press(Qt::Key_Insert, Qt::ShiftModifier);
+    on.canvas.press(Qt::Key_Insert, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(on.note->getText(), u"algo"_s);
+
+    clipboard->setText(u"!"_s);
+    if (clipboard->supportsSelection())
+        on.canvas.press(Qt::Key_Insert, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(on.note->getText(), u"algo"_s);
+    on.canvas.press(Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(on.note->getText().size(), 5);
 }
 
 void TestStickyNoteText::typingBeyondTheLimitCutsAtTheEnd()
